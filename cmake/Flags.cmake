@@ -1,0 +1,34 @@
+# qz_flags: how our own code is compiled, on every system.
+add_library(qz_flags INTERFACE)
+target_compile_features(qz_flags INTERFACE cxx_std_20)
+
+if(MSVC)
+  target_compile_options(qz_flags INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
+else()
+  # The binary contract's interfaces have no virtual destructor, on purpose; hence no
+  # -Wnon-virtual-dtor. No contraction: same input, same bytes on every machine.
+  target_compile_options(qz_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wold-style-cast -Wcast-qual
+    -Wno-error=maybe-uninitialized -ffp-contract=off -fvisibility=hidden -fvisibility-inlines-hidden)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(qz_flags INTERFACE -Wno-maybe-uninitialized)
+  endif()
+endif()
+
+if(QZ_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+  # A std::function or a container in one module may be seen by another; the vptr check would need
+  # type information that hidden visibility keeps apart.
+  add_compile_options(-fno-sanitize=vptr,function)
+endif()
+if(QZ_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+if(MINGW)
+  # The modules of one build share one C++ run time; exceptions cross them.
+  add_link_options(-shared-libgcc)
+  add_compile_options(-Wa,-mbig-obj)
+  add_link_options(LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va)
+endif()
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -1,0 +1,74 @@
+# Rooms: each folder of the source tree is a target, and a target sees the headers of another room
+# only when it links it. Headers are always named from the root ("stock/SurfaceTransfer.h"); a room
+# is made visible by a link of its own in the build tree, so a header that a target is not allowed
+# to see is not on its include path at all.
+
+function(_qz_link_into place path)
+  get_filename_component(folder "${CMAKE_BINARY_DIR}/rooms/${place}/${path}" DIRECTORY)
+  file(MAKE_DIRECTORY "${folder}")
+  file(CREATE_LINK "${CMAKE_SOURCE_DIR}/${path}" "${CMAKE_BINARY_DIR}/rooms/${place}/${path}"
+       COPY_ON_ERROR SYMBOLIC)
+endfunction()
+
+# qz_headers(NAME path...): an interface target that shows just these headers or folders.
+function(qz_headers name)
+  add_library(${name} INTERFACE)
+  foreach(path IN LISTS ARGN)
+    _qz_link_into(${name} ${path})
+  endforeach()
+  target_include_directories(${name} INTERFACE "${CMAKE_BINARY_DIR}/rooms/${name}")
+endfunction()
+
+# qz_room(NAME FOLDER folder SOURCES file... [LINKS target...] [PRIVATE_LINKS target...]):
+# a static library of the sources in one folder; whoever links it sees that folder's headers.
+function(qz_room name)
+  cmake_parse_arguments(ROOM "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  _qz_link_into(${name} ${ROOM_FOLDER})
+  list(TRANSFORM ROOM_SOURCES PREPEND "${CMAKE_SOURCE_DIR}/${ROOM_FOLDER}/")
+  add_library(${name} STATIC ${ROOM_SOURCES})
+  target_include_directories(${name} PUBLIC "${CMAKE_BINARY_DIR}/rooms/${name}")
+  target_link_libraries(${name} PUBLIC ${ROOM_LINKS} PRIVATE qz_flags ${ROOM_PRIVATE_LINKS})
+endfunction()
+
+# qz_module(NAME SOURCES file... [EXPORTS base] [LINKS target...]): a library that is loaded at run
+# time, named plainly on both systems ("QZCore.dll", "QZCore.so"). EXPORTS names the explicit list:
+# base.def on Windows, base.map elsewhere; without it, what is marked QZ_EXPORT leaves the module.
+function(qz_module name)
+  cmake_parse_arguments(MODULE "" "EXPORTS" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} SHARED ${MODULE_SOURCES})
+  set_target_properties(${name} PROPERTIES PREFIX "")
+  if(MINGW)
+    set_target_properties(${name} PROPERTIES IMPORT_PREFIX "")
+  endif()
+  target_link_libraries(${name} PRIVATE qz_flags ${MODULE_LINKS})
+  if(WIN32)
+    target_sources(${name} PRIVATE ${CMAKE_BINARY_DIR}/version/${name}.rc)
+    set(QZ_FILE_NAME ${name}.dll)
+    configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${CMAKE_BINARY_DIR}/version/${name}.rc @ONLY)
+  endif()
+  if(MODULE_EXPORTS)
+    if(WIN32)
+      target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/${MODULE_EXPORTS}.def)
+    else()
+      target_link_options(${name} PRIVATE
+        "LINKER:--version-script=${CMAKE_SOURCE_DIR}/${MODULE_EXPORTS}.map")
+      set_target_properties(${name} PROPERTIES
+        LINK_DEPENDS ${CMAKE_SOURCE_DIR}/${MODULE_EXPORTS}.map)
+    endif()
+  endif()
+endfunction()
+
+# qz_test(NAME SOURCES file... [LINKS target...] [WRAP function...] [ENVIRONMENT var=value...]):
+# a GoogleTest program, run as one test. WRAP sends the named functions through __wrap_NAME.
+function(qz_test name)
+  cmake_parse_arguments(TEST "" "" "SOURCES;LINKS;WRAP;ENVIRONMENT" ${ARGN})
+  add_executable(${name} ${TEST_SOURCES})
+  target_link_libraries(${name} PRIVATE qz_flags ${TEST_LINKS} GTest::gmock GTest::gtest_main)
+  foreach(symbol IN LISTS TEST_WRAP)
+    target_link_options(${name} PRIVATE "LINKER:--wrap=${symbol}")
+  endforeach()
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300
+    ENVIRONMENT "${QZ_TEST_ENVIRONMENT};${TEST_ENVIRONMENT}")
+endfunction()

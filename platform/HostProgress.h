@@ -1,0 +1,15 @@
+#pragma once
+
+#include "MfcApi.h"
+
+/// The host's progress-and-cancel object. The add-in stores the pointer for the length of one
+/// operation, calls these three and never owns it. (The real host's class has other operations
+/// between and around them; its own header takes this one's place there.)
+struct HostProgress {
+  /// Fills `text` with the host's message `number`; false when the host has none.
+  virtual bool LoadMessage(int number, CString* text) = 0;
+  /// Shows the text with a percentage; values outside 1 to 100 carry no percentage.
+  virtual void ShowProgress(CString* text, int percentage) = 0;
+  /// True when the user has asked to stop.
+  virtual bool IsCancelled() = 0;
+};
