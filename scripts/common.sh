@@ -1,0 +1,19 @@
+# Sourced by the other scripts: where things are, and what they share.
+set -euo pipefail
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+cd "$root"
+jobs=$(nproc)
+
+# Wine keeps its world under the build folder and says nothing of its own.
+export WINEPREFIX="$root/build/windows/wine"
+export WINEDEBUG=-all
+export WINEDLLOVERRIDES="mscoree,mshtml="
+
+say() { printf '\n== %s\n' "$*"; }
+
+# Makes the Wine world once, before several programs would try to at the same time.
+prepare_wine() {
+    mkdir -p "$(dirname "$WINEPREFIX")"
+    [ -f "$WINEPREFIX/system.reg" ] || wineboot --init >/dev/null 2>&1
+    wineserver -w
+}
