@@ -5,6 +5,7 @@
 
 preset=${1:?usage: scripts/build.sh PRESET [build options]}
 shift
-cmake --preset "$preset" >build-configure.log 2>&1 || { cat build-configure.log; rm -f build-configure.log; exit 1; }
-rm -f build-configure.log
+mkdir -p build
+log=build/configure-$preset.log
+cmake --preset "$preset" >"$log" 2>&1 || { cat "$log"; exit 1; }
 cmake --build "build/$preset" -j "$jobs" "$@"

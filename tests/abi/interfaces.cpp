@@ -1,0 +1,52 @@
+// Compiled for the Visual C++ target, never linked: makes the compiler lay out every class of the
+// binary contract and name every function that crosses a module's border.
+#include "callbacks/UIDialog.h"
+#include "callbacks/UIDlgKernel.h"
+#include "platform/HostProgress.h"
+#include "platform/IFSweep.h"
+#include "platform/QZCore.h"
+#include "stock/SurfaceTransfer.h"
+#include "stock/SurfaceXferQZ.h"
+
+namespace {
+
+struct ChannelProbe : SurfaceTransfer {
+  int Reset() override { return 0; }
+  void* AddVertex(const double*) override { return nullptr; }
+  void* AddTriangle(void*, void*, void*, char) override { return nullptr; }
+  void Close() override {}
+};
+
+struct ProgressProbe : HostProgress {
+  bool LoadMessage(int, CString*) override { return false; }
+  void ShowProgress(CString*, int) override {}
+  bool IsCancelled() override { return false; }
+};
+
+}  // namespace
+
+int LayOut() {
+  return static_cast<int>(sizeof(UIDlgKernel) + sizeof(SurfaceXferQZ) + sizeof(IFSweep));
+}
+
+void CallEverySlot(UIDialog* dialog, SurfaceTransfer* channel, HostProgress* progress) {
+  UIDialog plainDialog;
+  ChannelProbe channelProbe;
+  ProgressProbe progressProbe;
+  dialog = dialog == nullptr ? &plainDialog : dialog;
+  channel = channel == nullptr ? &channelProbe : channel;
+  progress = progress == nullptr ? &progressProbe : progress;
+  dialog->CreateWait("");
+  channel->Close();
+  progress->IsCancelled();
+}
+
+void CallKernel(UIDialog* dialog, SurfaceTransfer* channel, char* path, unsigned int* colours,
+                double* distances) {
+  IFSweep sweep(dialog);
+  sweep.OpenStockChannel();
+  sweep.OpenCompareSurfaceChannel();
+  sweep.SetFiveAxisBufferingLevel(0);
+  sweep.Run(channel, path);
+  sweep.Compare(channel, channel, 0U, 1, colours, distances, channel);
+}
