@@ -11,3 +11,5 @@ typedef struct _IO_FILE FILE;
 
 struct HKEY__;
 typedef struct HKEY__* HKEY;
+struct HINSTANCE__;
+typedef struct HINSTANCE__* HINSTANCE;

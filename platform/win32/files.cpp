@@ -1,0 +1,7 @@
+#include "platform/files.h"
+
+#include <cstdio>
+
+FILE* OpenStdFile(const char* path, const char* mode) { return std::fopen(path, mode); }
+
+int RemoveStdFile(const char* path) { return std::remove(path); }
