@@ -6,3 +6,6 @@
 /// straight through, elsewhere backslashes become slashes first.
 FILE* OpenStdFile(const char* path, const char* mode);
 int RemoveStdFile(const char* path);
+
+/// The standard library's fseek from the file's start, for files of any length. 0 on success.
+int SeekStdFile(FILE* stream, long long offset);

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <sys/types.h>
 
 #include "SystemApi.h"
 #include "TurnedPath.h"
@@ -11,6 +12,10 @@ FILE* OpenStdFile(const char* path, const char* mode) {
 }
 
 int RemoveStdFile(const char* path) { return std::remove(TurnedPath(path).c_str()); }
+
+int SeekStdFile(FILE* stream, long long offset) {
+  return fseeko(stream, static_cast<off_t>(offset), SEEK_SET);
+}
 
 errno_t fopen_s(FILE** stream, const char* path, const char* mode) {
   if (stream == nullptr) return EINVAL;

@@ -1,0 +1,58 @@
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "host/QZCore/HostControl.h"
+#include "host/QZCore/OpenStreams.h"
+#include "platform/files.h"
+
+namespace {
+
+OpenStreams& Streams() {
+  static OpenStreams streams;
+  return streams;
+}
+
+bool IsSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool IsFullPath(const char* path) {
+  if (IsSeparator(path[0])) return true;
+  const bool letter = (path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z');
+  return letter && path[1] == ':';
+}
+
+std::string Join(const char* directory, const char* name) {
+  std::string path;
+  if (directory != nullptr && directory[0] != '\0' && !IsFullPath(name)) {
+    path = directory;
+    if (!IsSeparator(path.back())) path += '\\';
+  }
+  return path + name;
+}
+
+}  // namespace
+
+FILE* m_fopen(const char* sourceUnit, int line, const char* path, const char* mode) {
+  if (path == nullptr || mode == nullptr) return nullptr;
+  FILE* stream = OpenStdFile(path, mode);
+  if (stream != nullptr) Streams().Add(stream, sourceUnit, line, path, mode);
+  return stream;
+}
+
+FILE* m_fopen_hl(const char* sourceUnit, int line, const char* directory, const char* name,
+                 const char* mode, bool* status) {
+  FILE* stream = nullptr;
+  if (name != nullptr) stream = m_fopen(sourceUnit, line, Join(directory, name).c_str(), mode);
+  if (status != nullptr) *status = stream != nullptr;
+  return stream;
+}
+
+void m_fclose(const char* sourceUnit, int line, FILE* stream) {
+  if (stream == nullptr) return;
+  // A stream that is not open any more must not be closed again: its memory may be another's.
+  if (Streams().Remove(stream, sourceUnit, line)) std::fclose(stream);
+}
+
+int OpenStreamCount() { return Streams().Count(); }
+
+CString OpenStreamReport() { return CString(Streams().Report().c_str()); }
