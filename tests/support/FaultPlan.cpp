@@ -1,0 +1,28 @@
+#include "support/FaultPlan.h"
+
+#include <algorithm>
+
+namespace support {
+
+int FaultPlan::Calls(const std::string& function) const {
+  const auto found = m_calls.find(function);
+  return found == m_calls.end() ? 0 : found->second;
+}
+
+bool FaultPlan::Enter(const std::string& function) {
+  const int call = ++m_calls[function];
+  const auto from = m_failingFrom.find(function);
+  if (from != m_failingFrom.end() && call >= from->second) return true;
+  const auto chosen = m_failing.find(function);
+  return chosen != m_failing.end() && chosen->second.contains(call);
+}
+
+std::size_t FaultPlan::Claim(std::size_t bytes) {
+  m_written += bytes;
+  if (!m_room) return bytes;
+  const auto fitting = static_cast<std::size_t>(std::min<std::uint64_t>(bytes, *m_room));
+  *m_room -= fitting;
+  return fitting;
+}
+
+}  // namespace support

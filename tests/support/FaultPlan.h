@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace support {
+
+/// Counts the calls of everything that a test may want to fail, and says which of them do.
+///
+/// Functions go by these names: "m_fopen", "m_fopen_hl", "file_exists", "RegOpen",
+/// "GetStringValue"; "fopen" (fopen_s counts as one), "fclose", "fread", "fwrite", "fseek",
+/// "remove", "CopyFileA", "GetCurrentDirectoryA", "SetCurrentDirectoryA"; "new" (operator new and
+/// new[] with std::nothrow).
+class FaultPlan {
+ public:
+  /// The `n`-th call (1 is the first since this plan began) fails; others are not affected.
+  void FailCall(const std::string& function, int n) { m_failing[function].insert(n); }
+
+  /// Every call from the `n`-th on fails.
+  void FailFrom(const std::string& function, int n) { m_failingFrom[function] = n; }
+
+  /// How often the function has been called so far.
+  int Calls(const std::string& function) const;
+
+  /// From now on only `bytes` more bytes fit on the disk; a write that would go beyond ends short.
+  void LimitDisk(std::uint64_t bytes) { m_room = bytes; }
+
+  /// Bytes that fwrite has been asked to write so far.
+  std::uint64_t BytesWritten() const { return m_written; }
+
+  /// For the doubles: counts a call and says whether it must fail.
+  bool Enter(const std::string& function);
+
+  /// For the doubles: how many of `bytes` still fit; they are taken from the room that is left.
+  std::size_t Claim(std::size_t bytes);
+
+ private:
+  std::map<std::string, int> m_calls;
+  std::map<std::string, std::set<int>> m_failing;
+  std::map<std::string, int> m_failingFrom;
+  std::optional<std::uint64_t> m_room;
+  std::uint64_t m_written = 0;
+};
+
+}  // namespace support

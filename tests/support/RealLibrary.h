@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
+// The standard library's own functions, past the observed ones (the linker's --wrap names them).
+extern "C" {
+FILE* __real_fopen(const char* path, const char* mode);
+int __real_fclose(FILE* stream);
+size_t __real_fread(void* data, size_t size, size_t count, FILE* stream);
+size_t __real_fwrite(const void* data, size_t size, size_t count, FILE* stream);
+int __real_fseek(FILE* stream, long offset, int origin);
+int __real_remove(const char* path);
+}
+
+namespace support {
+
+/// The path with slashes, which both systems understand.
+std::string WithSlashes(std::string path);
+
+/// What is known of an open stream.
+struct OpenStream {
+  std::string unit;  // empty for a plain stream
+  std::string path;  // as events spell it
+};
+
+void RememberStream(FILE* stream, const OpenStream& what);
+/// Forgets the stream and returns what was known of it.
+OpenStream ForgetStream(FILE* stream);
+
+}  // namespace support

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "support/JobFiles.h"
+
+class UIDialog;
+
+namespace support {
+
+/// The geometry kernel of a unit test. One lives at a time; the kernel classes of the test program
+/// do what it says and write every call into the living TestHost's sequence:
+///
+///     IFSweep()   OpenStockChannel   stock.Reset   stock.AddVertex 1   stock.AddTriangle 1
+///     stock.Close   SetFiveAxisBufferingLevel 0   Run PATHFILE   Run ends   ~IFSweep()
+///
+/// Every call but the destructor is numbered from 1, and a script can be run inside any of them
+/// (after it was noted, before it does anything). What `Run` plays into the output channel is
+/// numbered as well: output.Reset, output.AddVertex N, output.AddTriangle N, output.Close, Run
+/// ends.
+class ScriptedKernel {
+ public:
+  ScriptedKernel();
+  ~ScriptedKernel();
+  ScriptedKernel(const ScriptedKernel&) = delete;
+  ScriptedKernel& operator=(const ScriptedKernel&) = delete;
+
+  using Script = std::function<void(UIDialog&)>;
+
+  /// Runs the script inside the `k`-th kernel call.
+  void AtCall(int k, Script script) { m_atNumber[k] = std::move(script); }
+  /// Runs the script inside every call of that name, e.g. "Run" or "stock.AddVertex".
+  void At(const std::string& call, Script script) { m_atName[call] = std::move(script); }
+
+  /// What Run plays into the output channel.
+  Surface result;
+  /// Whether Run ends the output with Close.
+  bool closesOutput = true;
+  /// From this vertex, or triangle, on (from 1) the input channels return null; 0: never.
+  int vertexHandlesFailFrom = 0;
+  int triangleHandlesFailFrom = 0;
+
+  /// What the stock channel received since its last Reset, numbers one-based.
+  Surface stock;
+
+  int Calls() const { return static_cast<int>(m_calls.size()); }
+  /// The names of the numbered calls, in order.
+  const std::vector<std::string>& CallNames() const { return m_calls; }
+  /// Kernel objects that were made and not destroyed.
+  int LivingObjects() const { return m_livingObjects; }
+
+  // For the kernel classes.
+  void Enter(const std::string& call, const std::string& detail, UIDialog& callbacks);
+  void CountObject(int change) { m_livingObjects += change; }
+
+  /// Scripts: a fatal error, a warning, a progress run, an exception that is not the kernel's.
+  static Script Fatal(const std::string& message);
+  static Script Warning(const std::string& message);
+  static Script Progress(const std::string& message, int total);
+  static Script Foreign();
+
+ private:
+  std::map<int, Script> m_atNumber;
+  std::map<std::string, Script> m_atName;
+  std::vector<std::string> m_calls;
+  int m_livingObjects = 0;
+};
+
+/// The living kernel; a test without one must not reach the kernel.
+ScriptedKernel& CurrentScriptedKernel();
+
+}  // namespace support

@@ -1,0 +1,39 @@
+#pragma once
+
+// What the observed system calls do; how a call comes here and how the real one is reached differs
+// from system to system.
+
+#include "SystemApi.h"
+#include "support/TestHost.h"
+
+namespace support {
+
+template <typename Real>
+DWORD ObserveGetCurrentDirectory(Real real, DWORD size, char* buffer) {
+  TestHost* host = CurrentTestHost();
+  const bool failing = host != nullptr && host->faults.Enter("GetCurrentDirectoryA");
+  Note(failing ? "getcwd fails" : "getcwd");
+  return failing ? 0 : real(size, buffer);
+}
+
+template <typename Real>
+BOOL ObserveSetCurrentDirectory(Real real, const char* path) {
+  TestHost* host = CurrentTestHost();
+  if (host == nullptr) return real(path);
+  const BOOL done = host->faults.Enter("SetCurrentDirectoryA") ? FALSE : real(path);
+  host->events.Note("chdir " + host->events.Spell(path) + (done != FALSE ? "" : " fails"));
+  return done;
+}
+
+template <typename Real>
+BOOL ObserveCopyFile(Real real, const char* from, const char* to, BOOL failIfExists) {
+  TestHost* host = CurrentTestHost();
+  if (host == nullptr) return real(from, to, failIfExists);
+  const BOOL done = host->faults.Enter("CopyFileA") ? FALSE : real(from, to, failIfExists);
+  host->events.Note("copy " + host->events.Spell(from) + " -> " + host->events.Spell(to) +
+                    (failIfExists != FALSE ? " unless it exists" : "") +
+                    (done != FALSE ? "" : " fails"));
+  return done;
+}
+
+}  // namespace support

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// A fresh directory of the test's own; it and all that is in it go with the object.
+class TempDirectory {
+ public:
+  TempDirectory();
+  ~TempDirectory();
+  TempDirectory(const TempDirectory&) = delete;
+  TempDirectory& operator=(const TempDirectory&) = delete;
+
+  const std::filesystem::path& Path() const { return m_path; }
+
+  /// A directory below this one, made when it is not there.
+  std::filesystem::path Sub(const std::string& name) const;
+
+ private:
+  std::filesystem::path m_path;
+};
+
+/// The directory as the host hands it to the add-in: backslashes and a trailing one.
+std::string AddinSpelling(const std::filesystem::path& directory);
+
+/// All bytes of a file. A file that cannot be opened fails the test and gives an empty text.
+std::string ReadWholeFile(const std::filesystem::path& path);
+
+/// A text file's lines with the system's line ends turned into '\n'.
+std::string ReadTextFile(const std::filesystem::path& path);
+
+void WriteWholeFile(const std::filesystem::path& path, const std::string& bytes);
+
+/// The names in a directory, sorted.
+std::vector<std::string> NamesIn(const std::filesystem::path& directory);
+
+}  // namespace support

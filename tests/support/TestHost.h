@@ -1,0 +1,64 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/FaultPlan.h"
+#include "support/Recorder.h"
+
+namespace support {
+
+/// The host of a unit test: every service of the host's core library and executable, on real files.
+/// One lives at a time; while it lives, what the code under test asks of the host, and what it asks
+/// of the standard library and the system, is written into `events` and may be made to fail through
+/// `faults`. Streams still open at the end are closed.
+///
+/// Events, one line each (paths as Recorder::Spell gives them, " fails" behind a refused call):
+///
+///     exists PATH                        m_fopen UNIT PATH MODE
+///     m_fopen_hl UNIT DIRECTORY NAME MODE     m_fclose UNIT PATH
+///     RegOpen KEY ACCESS   GetStringValue NAME CAPACITY   RegClose   get_REG_KEY
+///     IsMetric   GetTempDirectory   clearprompt   cleartext   KeyPress CODE   status "TEXT"
+///     fopen PATH MODE   fclose PATH      (fopen_s as fopen)
+///     remove PATH   copy FROM -> TO   getcwd   chdir PATH
+///
+/// Tracked calls without a line number are marked "without line". Single reads, writes and seeks
+/// are counted by `faults`, not written down.
+class TestHost {
+ public:
+  TestHost();
+  ~TestHost();
+  TestHost(const TestHost&) = delete;
+  TestHost& operator=(const TestHost&) = delete;
+
+  Recorder events;
+  FaultPlan faults;
+
+  /// The text of the registry value that names the stock data directory; absent by default.
+  std::optional<std::string> stockDataDirectory;
+  /// Whether the key that holds the value can be opened at all.
+  bool registryKeyPresent = true;
+  bool metric = true;
+  bool escapePressed = false;
+  std::string temporaryDirectory;
+
+  /// Not every host writes the status byte of a successful open.
+  enum class StatusWrites { kOnEveryCall, kOnlyOnFailure };
+  StatusWrites statusWrites = StatusWrites::kOnEveryCall;
+
+  /// Answers of file_exists that differ from the truth, by the path as events spell it.
+  std::map<std::string, bool> existsAnswers;
+
+  /// Streams that were opened and not closed, tracked and plain ones, as "UNIT PATH" or "PATH".
+  std::vector<std::string> OpenStreams() const;
+};
+
+/// The living host; null when there is none.
+TestHost* CurrentTestHost();
+
+/// Writes an event into the living host's sequence, if there is one.
+void Note(const std::string& event);
+
+}  // namespace support

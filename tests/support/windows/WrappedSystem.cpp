@@ -1,0 +1,56 @@
+// Functions that the system's headers declare as imported are called through a pointer named
+// __imp_NAME; it is that pointer which the linker's --wrap turns to the variables here.
+
+#include "support/RealLibrary.h"
+#include "support/SystemCalls.h"
+
+namespace {
+
+DWORD WINAPI GetDirectory(DWORD size, char* buffer);
+BOOL WINAPI SetDirectory(const char* path);
+BOOL WINAPI Copy(const char* from, const char* to, BOOL failIfExists);
+errno_t __cdecl Open(FILE** stream, const char* path, const char* mode);
+
+}  // namespace
+
+extern "C" {
+
+extern decltype(&GetCurrentDirectoryA) __real___imp_GetCurrentDirectoryA;
+extern decltype(&SetCurrentDirectoryA) __real___imp_SetCurrentDirectoryA;
+extern decltype(&CopyFileA) __real___imp_CopyFileA;
+extern decltype(&fopen_s) __real___imp_fopen_s;
+
+decltype(&GetCurrentDirectoryA) __wrap___imp_GetCurrentDirectoryA = &GetDirectory;
+decltype(&SetCurrentDirectoryA) __wrap___imp_SetCurrentDirectoryA = &SetDirectory;
+decltype(&CopyFileA) __wrap___imp_CopyFileA = &Copy;
+decltype(&fopen_s) __wrap___imp_fopen_s = &Open;
+
+}  // extern "C"
+
+namespace {
+
+DWORD WINAPI GetDirectory(DWORD size, char* buffer) {
+  return support::ObserveGetCurrentDirectory(__real___imp_GetCurrentDirectoryA, size, buffer);
+}
+
+BOOL WINAPI SetDirectory(const char* path) {
+  return support::ObserveSetCurrentDirectory(__real___imp_SetCurrentDirectoryA, path);
+}
+
+BOOL WINAPI Copy(const char* from, const char* to, BOOL failIfExists) {
+  return support::ObserveCopyFile(__real___imp_CopyFileA, from, to, failIfExists);
+}
+
+errno_t __cdecl Open(FILE** stream, const char* path, const char* mode) {
+  support::TestHost* host = support::CurrentTestHost();
+  if (host == nullptr) return __real___imp_fopen_s(stream, path, mode);
+  errno_t error = ENOENT;
+  *stream = nullptr;
+  if (!host->faults.Enter("fopen")) error = __real___imp_fopen_s(stream, path, mode);
+  const std::string spelled = host->events.Spell(path);
+  host->events.Note("fopen " + spelled + " " + mode + (*stream == nullptr ? " fails" : ""));
+  if (*stream != nullptr) support::RememberStream(*stream, {"", spelled});
+  return error;
+}
+
+}  // namespace
