@@ -1,0 +1,29 @@
+#include "addin/exports.h"
+
+#include <memory>
+#include <new>
+
+#include "callbacks/UIDlgKernel.h"
+#include "toolpaths/SweepMultipleToolpathsFromStock.h"
+
+namespace {
+
+/// What the stock operations with a UIDlgKernel share. `driver` is called with the callback object
+/// and returns the verdict. Nothing is caught here: a driver catches what the callbacks throw.
+template <typename Driver>
+void RunStockOperation(const CString& workDir, HostProgress* host, bool* succeeded, Driver driver) {
+  *succeeded = false;
+  const std::unique_ptr<UIDlgKernel> callbacks(new (std::nothrow) UIDlgKernel);
+  if (callbacks == nullptr) return;
+  callbacks->SetHost(host);
+  callbacks->SetWorkDir(workDir);
+  *succeeded = driver(callbacks.get());
+}
+
+}  // namespace
+
+void qztutlSweepMultipleToolpathsFromStock(CString workDir, HostProgress* host, bool* succeeded) {
+  RunStockOperation(workDir, host, succeeded, [&](UIDlgKernel* callbacks) {
+    return SweepMultipleToolpathsFromStock(workDir, callbacks);
+  });
+}
