@@ -1,0 +1,6 @@
+#pragma once
+
+class BlockWriter;
+
+/// Writes what every interchange file begins with: the delimiter and the format version.
+bool WriteInterchangeHead(BlockWriter* out);
