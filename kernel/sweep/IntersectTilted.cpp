@@ -25,41 +25,33 @@ Vec3 PointOn(const Vec3& offset, int rayAxis, double place) {
 
 bool SweptTool::IntersectTilted(int rayAxis, const Vec3& offset, RayInterval& interval) const {
   const Vec3 base = PointOn(offset, rayAxis, 0);
-  const double size = Length(base) + Length(move_) + tool_->ProfileTop() +
-                      std::min(tool_->WidestRadius(), tool_->Profile().back().start.r);
+  const ProfilePiece& wall = tool_->Profile().back();
+  const double size = Length(base) + Length(move_) + wall.start.z + wall.start.r;
   const double touch = 8 * kEpsilon * size;
-  // The far end of the ray is inside the body when it rises as steeply as the last wall, and
-  // outside otherwise. `way`: +1 looks for the first point of the body upwards, -1 downwards.
+  // The end of the body on the ray, seen from far off. `way`: +1 looks upwards, -1 downwards.
   const auto approach = [&](double way, double& place) {
-    const ProfilePoint& wall = tool_->Profile().back().endNormal;
     const double rise = -way * axis_[rayAxis];
     const double spread = std::sqrt(std::max(0.0, (1 - rise) * (1 + rise)));
-    if (spread * wall.r + rise * wall.z <= 0 && rise > 0) {
+    // How fast the ray leaves the last wall's cone behind; not at all when it rises more steeply.
+    const double parting = rise > 0 ? spread * wall.endNormal.r + rise * wall.endNormal.z : 0.5;
+    if (parting <= 0) {
       place = -way * kInfinity;
       return true;
     }
-    place = -way * size;
-    NearestBoundary nearest = NearestTo(PointOn(base, rayAxis, place));
-    for (int step = 0; nearest.distance <= 0 && step < 60; ++step) {
-      place *= 2;
-      nearest = NearestTo(PointOn(base, rayAxis, place));
-    }
+    place = -way * (3 * size / parting);
     for (int step = 0; step < kMostSteps; ++step) {
+      const NearestBoundary nearest = NearestTo(PointOn(base, rayAxis, place));
       const double approaching = -way * nearest.normal[rayAxis];
-      if (nearest.distance <= 0) return true;
       if (approaching <= 0) return nearest.distance <= touch;
       const double before = place;
       place += way * (nearest.distance / approaching);
       if (std::abs(place - before) <= kEpsilon * std::abs(place)) return true;
-      if (std::abs(place) > 1e6 * size) return false;
-      nearest = NearestTo(PointOn(base, rayAxis, place));
     }
-    return nearest.distance <= touch;
+    return true;
   };
   if (!approach(1, interval.enter) || !approach(-1, interval.leave)) return false;
   if (!(interval.enter < interval.leave)) return false;
-  const bool bounded = std::isfinite(interval.enter) && std::isfinite(interval.leave);
-  if (!bounded) return true;
+  if (!std::isfinite(interval.enter) || !std::isfinite(interval.leave)) return true;
   const double middle = (interval.enter + interval.leave) / 2;
   return NearestTo(PointOn(base, rayAxis, middle)).distance < -touch;
 }
