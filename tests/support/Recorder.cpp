@@ -18,8 +18,8 @@ void Recorder::Alias(const std::string& directory, const std::string& label) {
   std::string spelled = WithBackslashes(directory);
   while (spelled.ends_with('\\')) spelled.pop_back();
   m_aliases.emplace_back(spelled, label);
-  std::stable_sort(m_aliases.begin(), m_aliases.end(),
-                   [](const auto& a, const auto& b) { return a.first.size() > b.first.size(); });
+  std::sort(m_aliases.begin(), m_aliases.end(),
+            [](const auto& a, const auto& b) { return a.first.size() > b.first.size(); });
 }
 
 std::string Recorder::Spell(const std::string& path) const {
