@@ -1,0 +1,45 @@
+#include "host/qzhost/Report.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace host {
+
+Report::Report(const Options& options) : m_json(options.json) {
+  Add("units", UnitsName(options.units), "units", UnitsName(options.units));
+}
+
+void Report::Add(const std::string& key, nlohmann::ordered_json value, const std::string& label,
+                 const std::string& text) {
+  if (!label.empty()) m_lines.emplace_back(label, text.empty() ? value.dump() : text);
+  m_object[key] = std::move(value);
+}
+
+void Report::AddLine(const std::string& line) { m_lines.emplace_back("", line); }
+
+std::string Report::Text() const {
+  size_t width = 0;
+  for (const auto& [label, text] : m_lines) width = std::max(width, label.size());
+  std::string result;
+  for (const auto& [label, text] : m_lines) {
+    if (!label.empty()) result += label + std::string(width + 2 - label.size(), ' ');
+    result += text + "\n";
+  }
+  return result;
+}
+
+void Report::Print() const {
+  // Paths come in whatever encoding the system has; a byte that is not UTF-8 must not end the run.
+  const auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
+  const std::string text = m_json ? m_object.dump(2, ' ', false, kReplace) + "\n" : Text();
+  std::fwrite(text.data(), 1, text.size(), stdout);
+  std::fflush(stdout);
+}
+
+std::string Fixed(double value, int decimals) {
+  char text[400];
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  return text;
+}
+
+}  // namespace host

@@ -1,0 +1,190 @@
+#include <chrono>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "formats/BinarySurface.h"
+#include "formats/FileError.h"
+#include "formats/PathInfoFile.h"
+#include "host/QZCore/HostControl.h"
+#include "host/qzhost/AddIn.h"
+#include "host/qzhost/CommandError.h"
+#include "host/qzhost/HostPaths.h"
+#include "host/qzhost/KernelMessages.h"
+#include "host/qzhost/MeshSummary.h"
+#include "host/qzhost/ProgressDisplay.h"
+#include "host/qzhost/Report.h"
+#include "host/qzhost/WrittenFiles.h"
+#include "host/qzhost/commands/commands.h"
+
+namespace host {
+
+namespace {
+
+constexpr const char* kOperation = "qztutlSweepMultipleToolpathsFromStock";
+
+struct Job {
+  std::string directory;  // in the system's spelling, with a trailing separator
+
+  std::string Stock() const { return directory + "StockModelInput.tmp"; }
+  std::string Result() const { return directory + "StockModelOutput.tmp"; }
+  std::string PathFile(int number) const {
+    return directory + "TmpPathInfo" + std::to_string(number) + ".tmp";
+  }
+};
+
+struct Outcome {
+  bool flag = false;
+  bool cancelled = false;
+  double seconds = 0.0;
+  std::string stray;  // an exception that came out of the add-in
+};
+
+// What is known after the run; the exit code and the reason follow from it.
+struct Verdict {
+  ExitCode code = kSuccess;
+  std::string reason;
+};
+
+Job OpenJob(const std::string& path) {
+  if (!IsDirectory(path)) throw CommandError(path + ": there is no such job directory");
+  return {FullPath(path + "/")};
+}
+
+// The stock is read before the add-in starts, so that one that cannot be read leaves the job as it
+// is. A missing one is the add-in's own affair.
+std::optional<MeshSummary> SummariseStock(const Job& job) {
+  if (!StateOfFile(job.Stock()).exists) return std::nullopt;
+  return Summarise(formats::ReadBinarySurface(job.Stock()));
+}
+
+Outcome RunAddIn(const Job& job, const Options& options) {
+  using Operation = void(CString, HostProgress*, bool*);
+  const AddIn addIn(options.addIn);
+  auto* const sweep = addIn.Export<Operation>(kOperation);
+  ProgressDisplay progress(options.quiet);
+  Outcome outcome;
+  const auto start = std::chrono::steady_clock::now();
+  try {
+    sweep(CString(AddInDirectory(job.directory).c_str()), &progress, &outcome.flag);
+  } catch (const std::exception& error) {
+    outcome.stray = error.what();
+  }
+  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+  outcome.seconds = elapsed.count();
+  outcome.cancelled = progress.WasCancelled();
+  return outcome;
+}
+
+// The first thing wrong with the job's own files, empty when they can all be read.
+std::string UnreadableInput(const Job& job) {
+  if (!StateOfFile(job.Stock()).exists) return job.Stock() + ": there is no such file";
+  try {
+    for (int number = 0; StateOfFile(job.PathFile(number)).exists; ++number) {
+      formats::ReadPathInfoFile(job.PathFile(number));
+    }
+  } catch (const formats::FileError& error) {
+    return error.what();
+  }
+  return "";
+}
+
+Verdict ExplainFailure(const Job& job, const Outcome& outcome, const KernelMessages& messages) {
+  if (!outcome.stray.empty()) return {kFailed, "the add-in failed: " + outcome.stray};
+  const auto errors = messages.Errors();
+  if (!errors.empty()) return {kFailed, errors.back()};
+  const std::string unreadable = UnreadableInput(job);
+  if (!unreadable.empty()) return {kBadInput, unreadable};
+  if (!IsWritableDirectory(job.directory)) {
+    return {kFailed, job.directory + ": the directory cannot be written"};
+  }
+  return {kFailed, "the add-in reports failure and gives no reason"};
+}
+
+Verdict Judge(const Job& job, const Outcome& outcome, const KernelMessages& messages,
+              const WrittenFiles& written, std::optional<MeshSummary>& result) {
+  if (outcome.cancelled) return {kCancelled, "stopped by the user"};
+  if (!outcome.flag) return ExplainFailure(job, outcome, messages);
+  if (!written.IsNew(job.Result())) {
+    return {kNoResult, job.Result() + ": the add-in reports success but has made no new result"};
+  }
+  try {
+    result = Summarise(formats::ReadBinarySurface(job.Result()));
+  } catch (const formats::FileError& error) {
+    return {kNoResult, error.what()};
+  }
+  return {};
+}
+
+std::vector<std::string> SplitLines(const std::string& text) {
+  std::vector<std::string> lines;
+  for (size_t start = 0; start < text.size();) {
+    const size_t end = text.find('\n', start);
+    lines.push_back(text.substr(start, end - start));
+    start = end + 1;
+  }
+  return lines;
+}
+
+void AddRun(Report& report, const Outcome& outcome, const Verdict& verdict) {
+  report.Add("flag", outcome.flag, "flag");
+  report.Add("cancelled", outcome.cancelled);
+  report.Add("exit_code", static_cast<int>(verdict.code));
+  if (!verdict.reason.empty()) report.Add("reason", verdict.reason);
+  report.Add("seconds", outcome.seconds, "seconds", Fixed(outcome.seconds, 3));
+  const double mebibytes = static_cast<double>(PeakMemory()) / (1024.0 * 1024.0);
+  report.Add("peak_memory", PeakMemory(), "peak memory", Fixed(mebibytes, 1) + " MiB");
+}
+
+void AddFiles(Report& report, const WrittenFiles& written) {
+  report.Add("files_written", written.Paths());
+  for (const std::string& path : written.Paths()) report.AddLine("wrote " + path);
+}
+
+void AddRemarks(Report& report, const KernelMessages& messages) {
+  report.Add("warnings", messages.Warnings());
+  for (const std::string& warning : messages.Warnings()) report.AddLine("kernel: " + warning);
+  const auto streams = SplitLines(OpenStreamReport().GetString());
+  report.Add("open_streams", streams);
+  for (const std::string& stream : streams) report.AddLine("stream left open: " + stream);
+}
+
+int Sweep(const std::string& path, const Options& options) {
+  const Job job = OpenJob(path);
+  const auto stock = SummariseStock(job);
+  const WrittenFiles written({job.directory, options.stockDataDirectory.empty()
+                                                 ? job.directory
+                                                 : options.stockDataDirectory});
+  const KernelMessages messages;
+  const Outcome outcome = RunAddIn(job, options);
+  std::optional<MeshSummary> result;
+  const Verdict verdict = Judge(job, outcome, messages, written, result);
+
+  Report report(options);
+  report.Add("command", "sweep");
+  report.Add("job", job.directory, "job", job.directory);
+  AddRun(report, outcome, verdict);
+  if (stock.has_value()) AddSummary(report, "in", *stock, options);
+  if (result.has_value()) AddSummary(report, "out", *result, options);
+  if (result.has_value() && result->facets == 0) report.AddLine("nothing is left of the stock");
+  AddFiles(report, written);
+  AddRemarks(report, messages);
+  report.Print();
+  if (!verdict.reason.empty()) std::fprintf(stderr, "qzhost: %s\n", verdict.reason.c_str());
+  return verdict.code;
+}
+
+}  // namespace
+
+void AddSweepCommand(CLI::App& app, Options& options) {
+  auto* command = app.add_subcommand("sweep", "Sweep the toolpaths of a job through its stock");
+  const auto directory = std::make_shared<std::string>();
+  command->add_option("JOBDIR", *directory, "The job's directory")->required();
+  command->callback([directory, &options] {
+    options.run = [directory, &options] { return Sweep(*directory, options); };
+  });
+}
+
+}  // namespace host
