@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "callbacks/UIDialog.h"
+
 namespace support {
 namespace {
 
@@ -14,6 +16,9 @@ std::int32_t NumberOf(void* handle) {
 bool Fails(int from, std::size_t number) {
   return from > 0 && number >= static_cast<std::size_t>(from);
 }
+
+// What a kernel does when the channel has no memory left.
+void GiveUp(UIDialog& callbacks) { callbacks.ErrorMessage("The output has no memory.", true); }
 
 }  // namespace
 
@@ -54,6 +59,7 @@ void PlayInto(SurfaceTransfer& output, const Surface& surface, bool close, UIDia
   for (const auto& vertex : surface.vertices) {
     kernel.Enter("output.AddVertex", std::to_string(handles.size() + 1), callbacks);
     handles.push_back(output.AddVertex(vertex.data()));
+    if (handles.back() == nullptr) return GiveUp(callbacks);
   }
   int triangle = 0;
   for (const auto& facet : surface.facets) {
@@ -62,7 +68,9 @@ void PlayInto(SurfaceTransfer& output, const Surface& surface, bool close, UIDia
       return handles.at(
           static_cast<std::size_t>(facet.numbers.at(static_cast<std::size_t>(corner))) - 1);
     };
-    output.AddTriangle(handle(0), handle(1), handle(2), static_cast<char>(facet.colour));
+    void* taken =
+        output.AddTriangle(handle(0), handle(1), handle(2), static_cast<char>(facet.colour));
+    if (taken == nullptr) return GiveUp(callbacks);
   }
   if (!close) return;
   kernel.Enter("output.Close", "", callbacks);

@@ -28,7 +28,8 @@ class RecordingChannel : public SurfaceTransfer {
 };
 
 /// Plays a surface into a channel as a kernel does: Reset, vertices, triangles and, when wanted,
-/// Close; each is a numbered call of the scripted kernel.
+/// Close; each is a numbered call of the scripted kernel. A channel without memory is a fatal
+/// error.
 void PlayInto(SurfaceTransfer& output, const Surface& surface, bool close, UIDialog& callbacks);
 
 }  // namespace support
