@@ -27,8 +27,8 @@ PlainTool::PlainTool(const formats::ConvexTool& tool) {
   const double c = tool.cornerRadius;
   m_lower = {std::cos(a), -std::sin(a), 0};
   const double size = 10 * (c + tool.flatRadius + tool.taperHeight + 1) / std::sin(a);
-  const double centre = HeightWhere(
-      [&](double z) { return m_lower.Excess(tool.flatRadius, z); }, -c, 0, size);
+  const double centre =
+      HeightWhere([&](double z) { return m_lower.Excess(tool.flatRadius, z); }, -c, 0, size);
   m_corner = {tool.flatRadius, centre, c};
   m_wall = {std::cos(b), -std::sin(b), 0};
   m_wall.offset = m_wall.Excess(tool.flatRadius, centre) + c;
@@ -36,8 +36,8 @@ PlainTool::PlainTool(const formats::ConvexTool& tool) {
   const double shankRadius = (m_wall.offset + std::sin(b) * tool.taperHeight) / std::cos(b);
   m_shank = {1, 0, shankRadius};
   const double u = tool.upperBevelRadius;
-  const double bevel =
-      HeightWhere([&](double z) { return m_wall.Excess(shankRadius - u, z); }, -u, -size, 100 * size);
+  const double bevel = HeightWhere([&](double z) { return m_wall.Excess(shankRadius - u, z); }, -u,
+                                   -size, 100 * size);
   m_bevel = {shankRadius - u, bevel, u};
 }
 
@@ -77,7 +77,11 @@ double PlainTool::SweptExcess(const Point& axis, const Point& from, const Point&
   for (int step = 0; step < 120; ++step) {
     const double first = low + (high - low) / 3;
     const double second = high - (high - low) / 3;
-    (at(first) > at(second) ? low : high) = at(first) > at(second) ? first : second;
+    if (at(first) > at(second)) {
+      low = first;
+    } else {
+      high = second;
+    }
   }
   return std::min({at(0), at(1), at((low + high) / 2)});
 }

@@ -14,11 +14,12 @@ class PlainTool {
  public:
   explicit PlainTool(const formats::ConvexTool& tool);
 
-  /// Above 0 outside the tool, below 0 inside, 0 on its surface; convex; within a constant factor of
-  /// the distance. `r`: distance from the axis, `z`: height above the tip.
+  /// Above 0 outside the tool, below 0 inside, 0 on its surface; convex; within a constant factor
+  /// of the distance. `r`: distance from the axis, `z`: height above the tip.
   double Excess(double r, double z) const;
 
-  /// The same for the tool moved in a straight line, its axis (a unit vector) keeping its direction.
+  /// The same for the tool moved in a straight line, its axis (a unit vector) keeping its
+  /// direction.
   double SweptExcess(const Point& axis, const Point& from, const Point& to, const Point& p) const;
 
  private:
