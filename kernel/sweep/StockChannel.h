@@ -1,0 +1,23 @@
+#pragma once
+
+#include "kernel/sweep/StockMesh.h"
+#include "stock/SurfaceTransfer.h"
+
+namespace kernel {
+
+// Takes a mesh as it is played in. Calls nobody back and throws nothing: a null return says that
+// there was no memory, or that a handle is none of this channel's. Handles stay good until Reset.
+class StockChannel final : public SurfaceTransfer {
+ public:
+  int Reset() override;
+  void* AddVertex(const double* xyz) override;
+  void* AddTriangle(void* a, void* b, void* c, char colour) override;
+  void Close() override {}
+
+  const StockMesh& Mesh() const { return m_mesh; }
+
+ private:
+  StockMesh m_mesh;
+};
+
+}  // namespace kernel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "kernel/common/Vec3.h"
+
+namespace kernel {
+
+// A closed triangle mesh. Facets run counter-clockwise seen from outside.
+struct StockMesh {
+  struct Facet {
+    std::array<std::uint32_t, 3> vertices;  // zero-based
+    std::uint8_t colour = 0;
+  };
+
+  std::vector<Vec3> vertices;
+  std::vector<Facet> facets;
+};
+
+}  // namespace kernel

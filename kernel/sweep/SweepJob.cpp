@@ -1,0 +1,118 @@
+#include "kernel/sweep/SweepJob.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "formats/InterchangeFile.h"
+#include "kernel/common/FatalError.h"
+#include "kernel/common/Workers.h"
+#include "kernel/sweep/Contour.h"
+#include "kernel/sweep/PathMoves.h"
+#include "kernel/sweep/PlayMesh.h"
+#include "kernel/sweep/PrepareStock.h"
+#include "kernel/sweep/RaySpacing.h"
+#include "kernel/sweep/StockRaster.h"
+#include "kernel/sweep/SubtractMoves.h"
+
+namespace kernel {
+namespace {
+
+constexpr double kDefaultTolerance = 1e-4;  // of the stock's diagonal
+constexpr double kSliver = 1e-11;           // of the stock's diagonal
+
+PathMoves ReadMoves(const std::string& pathFile, Reporter& reporter) {
+  reporter.BeginStage("Reading toolpaths", 0, 2);
+  PathMoves moves(formats::ReadInterchangeFile(pathFile));
+  reporter.EndStage();
+  return moves;
+}
+
+double SweepTolerance(const PathMoves& moves, const Box3& box) {
+  double smallest = std::numeric_limits<double>::infinity();
+  for (const SweepPath& path : moves.Paths()) {
+    const bool given = path.sweepTolerance > 0;
+    smallest = std::min(smallest, given ? path.sweepTolerance : kDefaultTolerance * box.Diagonal());
+  }
+  return smallest;
+}
+
+double SmallestRadius(const PathMoves& moves) {
+  double smallest = std::numeric_limits<double>::infinity();
+  for (const SweepPath& path : moves.Paths()) {
+    smallest = std::min(smallest, path.tool.CharacteristicRadius());
+  }
+  return smallest;
+}
+
+RaySpacing SpacingOf(const PathMoves& moves, const Box3& box, Reporter& reporter) {
+  const RaySpacing chosen =
+      ChooseRaySpacing(box, SweepTolerance(moves, box), SmallestRadius(moves));
+  if (chosen.raised) {
+    char text[120];
+    std::snprintf(text, sizeof text, "the sweep tolerance is raised to %g for lack of memory",
+                  chosen.tolerance);
+    reporter.Warn(text);
+  }
+  return chosen;
+}
+
+void Rasterise(const StockMesh& stock, DexelModel& model, Reporter& reporter) {
+  reporter.BeginStage("Initialising stock", 2, 8);
+  RunTasks(
+      3, [&](std::size_t axis) { RasteriseStock(stock, static_cast<int>(axis), model); },
+      [&](std::size_t done) { reporter.Advance(static_cast<double>(done), 3); });
+  reporter.EndStage();
+}
+
+bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Reporter& reporter) {
+  reporter.BeginStage("Sweeping", 8, 60);
+  const bool removed = SubtractMoves(moves, box, model, reporter);
+  reporter.EndStage();
+  return removed;
+}
+
+CutMesh Contour(const StockMesh& stock, const PathMoves& moves, const DexelModel& model,
+                Reporter& reporter) {
+  reporter.BeginStage("Optimising surface", 60, 95);
+  CutMesh mesh = ContourModel(model, SurfaceMakers(stock, moves),
+                              [&](double share) { reporter.Advance(share, 1); });
+  reporter.EndStage();
+  return mesh;
+}
+
+CutMesh UncutStock(const StockMesh& stock) {
+  const StockMesh parted = WithOwnVertices(stock);
+  CutMesh mesh;
+  mesh.vertices = parted.vertices;
+  mesh.facets.reserve(parted.facets.size());
+  for (const StockMesh::Facet& facet : parted.facets) {
+    mesh.facets.push_back({facet.vertices, facet.colour});
+  }
+  return mesh;
+}
+
+CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& reporter) {
+  if (moves.Count() == 0) return UncutStock(stock.mesh);
+  const RaySpacing spacing = SpacingOf(moves, stock.box, reporter);
+  DexelModel model(DexelLattice(stock.box, spacing.spacing), kSliver * stock.box.Diagonal());
+  Rasterise(stock.mesh, model, reporter);
+  if (!Subtract(moves, stock.box, model, reporter)) return UncutStock(stock.mesh);
+  return Contour(stock.mesh, moves, model, reporter);
+}
+
+}  // namespace
+
+void SweepStock(const StockMesh& given, const std::string& pathFile, SurfaceTransfer& output,
+                Reporter& reporter) {
+  const PathMoves moves = ReadMoves(pathFile, reporter);
+  const PreparedStock stock = PrepareStock(given);
+  if (stock.turned) reporter.Warn("the stock's facets faced inwards and have been turned");
+  const CutMesh mesh = CutStock(stock, moves, reporter);
+  if (mesh.facets.empty()) reporter.Warn("the toolpaths remove the whole stock");
+  reporter.BeginStage("Writing result", 95, 100);
+  PlayMesh(mesh, output, reporter);
+}
+
+}  // namespace kernel
