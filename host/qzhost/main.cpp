@@ -89,7 +89,10 @@ int main(int argc, char** argv) {
   CLI::App app{"Runs the stock-model operations of the QZTUtlA add-in."};
   app.require_subcommand(0, 1);
   app.fallthrough();
+  // A path may begin with a slash on every system.
+  app.allow_windows_style_options(false);
   AddGlobalOptions(app, options);
+  host::AddNewJobCommand(app, options);
   host::AddSweepCommand(app, options);
   const int exitCode = Parse(app, options, argc, argv);
   if (exitCode != host::kSuccess) return exitCode;

@@ -12,6 +12,7 @@
 
 namespace host {
 
+void AddNewJobCommand(CLI::App& app, Options& options);
 void AddSweepCommand(CLI::App& app, Options& options);
 
 }  // namespace host
