@@ -1,0 +1,296 @@
+// The sweep with one thing going wrong, for every place where it can: each time the flag, the
+// files, the directory and what is open must be as promised, and the next sweep must work.
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "callbacks/UIDlgKernel.h"
+#include "support/SweepJobTest.h"
+#include "toolpaths/SweepMultipleToolpathsFromStock.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kOutput = "StockModelOutput.tmp";
+constexpr const char* kOutputCopy = "Job1_TmpSaveOutputStock.iff";
+
+// Everything of one sweep, so that a test can make many of them one after another.
+class Attempt : public support::SweepJobTest {
+ public:
+  Attempt() {
+    KeepCopiesApart();
+    WriteStaleOutput();
+  }
+
+  bool Sweep() {
+    UIDlgKernel callbacks;
+    callbacks.SetHost(&progress);
+    callbacks.SetWorkDir(WorkDir());
+    return SweepMultipleToolpathsFromStock(WorkDir(), &callbacks);
+  }
+
+  bool HasOutput() const { return JobHas(kOutput); }
+  bool HasOutputCopy() const { return std::filesystem::exists(InKeep(kOutputCopy)); }
+  bool HasErrorRecord() const { return JobHas("ErrorCapture.txt"); }
+  std::string Output() const { return support::ReadWholeFile(InJob(kOutput)); }
+
+  // What holds after every sweep, however it ended.
+  void ExpectTidy() {
+    EXPECT_TRUE(IsAtHome());
+    EXPECT_EQ(kernel.LivingObjects(), 0);
+  }
+
+  void ExpectNextSweepWorks() {
+    progress.cancelFrom = 0;
+    progress.cancelOnlyAt = 0;
+    EXPECT_TRUE(Sweep());
+    EXPECT_EQ(Output(), ExpectedOutput());
+  }
+
+  using SweepJobTest::ExpectedOutput;
+  using SweepJobTest::HasStaleOutput;
+  using SweepJobTest::host;
+  using SweepJobTest::JobHas;
+  using SweepJobTest::kernel;
+  using SweepJobTest::progress;
+
+ private:
+  void TestBody() override {}
+};
+
+std::vector<std::string> KernelCallsOfASweep() {
+  Attempt attempt;
+  EXPECT_TRUE(attempt.Sweep());
+  return attempt.kernel.CallNames();
+}
+
+// The loader leaves its stream to whoever throws through it.
+std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
+  if (!kernelCall.starts_with("stock.")) return {};
+  return {"QZTUTLA2 job\\StockModelInput.tmp"};
+}
+
+TEST(SweepFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
+  const auto calls = KernelCallsOfASweep();
+  ASSERT_EQ(calls.size(), 17u);
+  for (std::size_t k = 1; k <= calls.size(); ++k) {
+    SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
+    Attempt attempt;
+    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
+    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.HasOutput());
+    EXPECT_FALSE(attempt.HasOutputCopy());
+    EXPECT_TRUE(attempt.HasErrorRecord());
+    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
+    EXPECT_EQ(attempt.kernel.CallNames().size(), k);
+    attempt.ExpectTidy();
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+TEST(SweepFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) {
+  // A kernel that reports progress inside every call: two notifications each.
+  const auto calls = KernelCallsOfASweep();
+  const auto report = [&](Attempt& attempt) {
+    for (const std::string& call : calls) {
+      attempt.kernel.At(call, support::ScriptedKernel::Progress("Sweeping", 10));
+    }
+  };
+  int notifications = 0;
+  {
+    Attempt attempt;
+    report(attempt);
+    EXPECT_TRUE(attempt.Sweep());
+    notifications = attempt.progress.Questions();
+  }
+  ASSERT_EQ(notifications, 2 * static_cast<int>(calls.size()));
+  for (int k = 1; k <= notifications; ++k) {
+    SCOPED_TRACE("cancel at notification " + std::to_string(k));
+    Attempt attempt;
+    report(attempt);
+    attempt.progress.cancelOnlyAt = k;
+    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_EQ(attempt.progress.Questions(), k);
+    EXPECT_FALSE(attempt.HasOutput());
+    EXPECT_FALSE(attempt.HasOutputCopy());
+    EXPECT_FALSE(attempt.HasErrorRecord());
+    attempt.ExpectTidy();
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+TEST(SweepFailures, ForeignExceptionAtEveryKernelCallPassesOn) {
+  const auto calls = KernelCallsOfASweep();
+  for (std::size_t k = 1; k <= calls.size(); ++k) {
+    SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
+    Attempt attempt;
+    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
+    EXPECT_THROW(attempt.Sweep(), std::runtime_error);
+    // Nothing is removed or copied on such a way out.
+    EXPECT_FALSE(attempt.HasOutputCopy());
+    EXPECT_THAT(attempt.host.events.Only({"remove"}),
+                ElementsAre("remove job\\StockModelOutput.tmp"));
+    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
+    attempt.ExpectTidy();
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+TEST(SweepFailures, KernelErrorThatIsNotRemovedFromDiskIsStillCopiedButFails) {
+  Attempt attempt;
+  attempt.kernel.At("Run ends", support::ScriptedKernel::Fatal("too late"));
+  attempt.host.faults.FailFrom("remove", 2);
+  EXPECT_FALSE(attempt.Sweep());
+  EXPECT_TRUE(attempt.HasOutputCopy());
+  attempt.ExpectTidy();
+}
+
+class SweepOpenFailures : public ::testing::TestWithParam<support::TestHost::StatusWrites> {};
+
+TEST_P(SweepOpenFailures, EachTrackedOpenOfThePathFilesFailingEndsTheJob) {
+  for (int k = 1; k <= 2; ++k) {
+    SCOPED_TRACE("m_fopen_hl " + std::to_string(k));
+    Attempt attempt;
+    attempt.host.statusWrites = GetParam();
+    attempt.host.faults.FailCall("m_fopen_hl", k);
+    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_TRUE(attempt.HasStaleOutput());
+    EXPECT_TRUE(attempt.kernel.CallNames().empty());
+    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
+    EXPECT_FALSE(attempt.JobHas("BinaryPaths.txt"));
+    attempt.ExpectTidy();
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+TEST_P(SweepOpenFailures, OpenThatTheHostCallsUndoneIsUndone) {
+  for (int k = 1; k <= 2; ++k) {
+    SCOPED_TRACE("status of m_fopen_hl " + std::to_string(k));
+    Attempt attempt;
+    attempt.host.statusWrites = GetParam();
+    attempt.host.faults.FailCall("m_fopen_hl status", k);
+    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_TRUE(attempt.kernel.CallNames().empty());
+    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+TEST_P(SweepOpenFailures, SweepWorksWhenEveryOpenDoes) {
+  Attempt attempt;
+  attempt.host.statusWrites = GetParam();
+  EXPECT_EQ(attempt.host.faults.Calls("m_fopen_hl"), 0);
+  attempt.ExpectNextSweepWorks();
+  EXPECT_EQ(attempt.host.faults.Calls("m_fopen_hl"), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(BothHosts, SweepOpenFailures,
+                         ::testing::Values(support::TestHost::StatusWrites::kOnEveryCall,
+                                           support::TestHost::StatusWrites::kOnlyOnFailure));
+
+// Calls whose failure must not be survived: without them there is no result to speak of.
+class SweepFatalFaults : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(SweepFatalFaults, EachCallFailingInTurnLeavesNoWrongResult) {
+  const std::string function = GetParam();
+  int calls = 0;
+  {
+    Attempt attempt;
+    EXPECT_TRUE(attempt.Sweep());
+    calls = attempt.host.faults.Calls(function);
+  }
+  ASSERT_GT(calls, 0);
+  for (int k = 1; k <= calls; ++k) {
+    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
+    Attempt attempt;
+    attempt.host.faults.FailCall(function, k);
+    EXPECT_FALSE(attempt.Sweep());
+    // Either the job ended before the old result was touched, or there is none.
+    EXPECT_TRUE(attempt.HasStaleOutput() || !attempt.HasOutput());
+    EXPECT_FALSE(attempt.HasOutputCopy());
+    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
+    attempt.ExpectTidy();
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, SweepFatalFaults,
+                         ::testing::Values("fopen", "fwrite", "m_fopen", "m_fopen_hl", "new"));
+
+// Calls whose failure the job may survive; when it does, the result is the right one.
+class SweepSurvivableFaults : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(SweepSurvivableFaults, EachCallFailingInTurnLeavesTheRightResultOrNone) {
+  const std::string function = GetParam();
+  int calls = 0;
+  {
+    Attempt attempt;
+    EXPECT_TRUE(attempt.Sweep());
+    calls = attempt.host.faults.Calls(function);
+  }
+  ASSERT_GT(calls, 0);
+  for (int k = 1; k <= calls; ++k) {
+    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
+    Attempt attempt;
+    attempt.host.faults.FailCall(function, k);
+    const bool succeeded = attempt.Sweep();
+    if (attempt.HasOutput() && !attempt.HasStaleOutput()) {
+      EXPECT_EQ(attempt.Output(), attempt.ExpectedOutput());
+    } else {
+      EXPECT_TRUE(!succeeded || attempt.HasStaleOutput());
+    }
+    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectNextSweepWorks();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Functions, SweepSurvivableFaults,
+                         ::testing::Values("fread", "fclose", "remove", "CopyFileA", "file_exists",
+                                           "GetCurrentDirectoryA", "SetCurrentDirectoryA",
+                                           "RegOpen", "GetStringValue"));
+
+// The events behind the switch to the working directory of those sweeps, one for each allocation
+// that fails, which got past `reached` but not to `missed`.
+std::vector<std::vector<std::string>> SweepsStoppedBetween(const std::string& reached,
+                                                           const std::string& missed) {
+  int allocations = 0;
+  {
+    Attempt attempt;
+    EXPECT_TRUE(attempt.Sweep());
+    allocations = attempt.host.faults.Calls("new");
+  }
+  std::vector<std::vector<std::string>> stopped;
+  for (int k = 1; k <= allocations; ++k) {
+    Attempt attempt;
+    attempt.host.faults.FailCall("new", k);
+    EXPECT_FALSE(attempt.Sweep());
+    const auto& events = attempt.host.events.Events();
+    const auto from = std::find(events.begin(), events.end(), reached);
+    if (from == events.end() || std::find(from, events.end(), missed) != events.end()) continue;
+    stopped.emplace_back(from + 1, events.end());
+  }
+  return stopped;
+}
+
+TEST(SweepFailures, WithoutMemoryForTheKernelTheDirectoryIsPutBackAndThatIsAll) {
+  EXPECT_THAT(SweepsStoppedBetween("chdir job\\", "IFSweep()"),
+              ElementsAre(ElementsAre("chdir home", "exists job\\StockModelOutput.tmp",
+                                      "exists job\\StockModelOutput.tmp")));
+}
+
+TEST(SweepFailures, WithoutMemoryForTheChannelTheKernelIsNotRun) {
+  EXPECT_THAT(SweepsStoppedBetween("m_fclose QZTUTLA2 job\\StockModelInput.tmp",
+                                   "m_fopen SurfaceXferQZ job\\StockModelOutput.tmp wb"),
+              ::testing::Contains(ElementsAre("~IFSweep()", "chdir home",
+                                              "exists job\\StockModelOutput.tmp",
+                                              "exists job\\StockModelOutput.tmp")));
+}
+
+}  // namespace
