@@ -17,8 +17,9 @@ constexpr std::size_t kWidth = 20;
 constexpr int kDecimals = 10;
 constexpr std::uint64_t kFiveToTheTenth = 9765625;
 constexpr std::uint64_t kTenToTheTenth = 10000000000;
-// Below it the integer part and a sign fit the nine columns in front of the point.
-constexpr double kShortLimit = 99999999.0;
+// Below it the integer part and a sign fit the nine columns in front of the point; doubles are too
+// sparse there for one to be rounded up to it.
+constexpr double kShortLimit = 1e8;
 
 constexpr char kPairs[] =
     "00010203040506070809101112131415161718192021222324252627282930313233343536373839"

@@ -1,0 +1,278 @@
+// Per-path files cut at every length, invalid tools, and every call that can fail.
+
+#include <algorithm>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/FileBuilder.h"
+#include "support/JobFiles.h"
+#include "support/TempDirectory.h"
+#include "support/TestHost.h"
+#include "toolpaths/CombinePathInfoFiles.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr std::size_t kToolType = 2 + 1 + 24 + 72 + 24;  // in a per-path file
+constexpr std::size_t kOutputHead = 24;
+
+class CombinePathInfoFilesFailureTest : public ::testing::Test {
+ protected:
+  void Save(int number, const std::string& bytes) {
+    support::WriteWholeFile(directory.Path() / ("TmpPathInfo" + std::to_string(number) + ".tmp"),
+                            bytes);
+  }
+  bool Combine() { return CombinePathInfoFiles(support::AddinSpelling(directory.Path()).c_str()); }
+  std::string Bytes() const { return support::ReadWholeFile(directory.Path() / "BinaryPaths.tmp"); }
+
+  support::TempDirectory directory;
+};
+
+// A field or block of the input and what the output has of it: sizes in bytes.
+struct Item {
+  std::size_t input;
+  std::size_t output;
+};
+
+struct Kind {
+  support::Path path;
+  std::vector<Item> toolItems;
+};
+
+std::vector<Item> ItemsOf(const Kind& kind) {
+  std::vector<Item> items{{2, 4}, {1, 4}, {8, 8}, {8, 8}, {8, 8}, {72, 72}, {24, 24}, {2, 4}};
+  items.insert(items.end(), kind.toolItems.begin(), kind.toolItems.end());
+  return items;
+}
+
+std::vector<Kind> OneOfEachKind() {
+  std::vector<Kind> kinds(4);
+  kinds[0].toolItems = {{48, 48}};
+  kinds[1].path.tool = support::UndercutBlock{};
+  kinds[1].toolItems = {{114, 0}};
+  // The counts are written when both have been read, the pieces of a list when all of it has been.
+  kinds[2].path.tool = support::CustomBlock{
+      {{1, {2, 3, 4, 5}, true, false}, {2, {6, 7, 8, 9}, false, true}}, {{6, {7, 8, 9}, true}}};
+  kinds[2].path.pathType = 2;
+  kinds[2].path.positions = {0, 0, 10, 0, 0, 1, 20, -1.5, 10, 0.6, 0, 0.8};
+  kinds[2].toolItems = {{8, 8}, {76, 76}, {29, 29}};
+  kinds[3].path.tool = support::CustomBlock{{}, {{6, {7, 8, 9}, true}}};
+  kinds[3].toolItems = {{8, 8}, {29, 29}};
+  return kinds;
+}
+
+std::string Expected(const support::Path& path) {
+  std::string bytes = support::InterchangeBytes({path});
+  if (path.tool.index() == 1) bytes.erase(kOutputHead + 8 + 24 + 72 + 24 + 4, 114);
+  return bytes;
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, EveryLengthInsideTheFixedFieldsIsFalseAndKeepsWholeFields) {
+  support::TestHost host;
+  for (const Kind& kind : OneOfEachKind()) {
+    const std::string input = support::PathInfoBytes(kind.path);
+    const std::size_t head = support::PathInfoHeadBytes(kind.path).size();
+    for (std::size_t length = 0; length < head; ++length) {
+      std::size_t inputEnd = 0;
+      std::size_t outputEnd = kOutputHead;
+      for (const Item& item : ItemsOf(kind)) {
+        inputEnd += item.input;
+        if (inputEnd > length) break;
+        outputEnd += item.output;
+      }
+      Save(0, input.substr(0, length));
+      ASSERT_FALSE(Combine()) << kind.path.tool.index() << ' ' << length;
+      ASSERT_EQ(Bytes(), Expected(kind.path).substr(0, outputEnd)) << length;
+    }
+  }
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+}
+
+// From the first position on every length is a whole file. A last record of which only some doubles
+// are there counts, completed from the record in front of it, from zeros when it is the first.
+TEST_F(CombinePathInfoFilesFailureTest, EveryLengthInsideThePositionsIsTrueAndFillsTheLastRecord) {
+  support::TestHost host;
+  for (const Kind& kind : OneOfEachKind()) {
+    const std::size_t doubles = kind.path.pathType == 1 ? 3 : 6;
+    const std::string input = support::PathInfoBytes(kind.path);
+    const std::size_t head = support::PathInfoHeadBytes(kind.path).size();
+    for (std::size_t length = head; length <= input.size(); ++length) {
+      const std::size_t whole = (length - head) / 8;
+      support::Path expected = kind.path;
+      expected.positions.resize(whole);
+      while (expected.positions.size() % doubles != 0) {
+        const std::size_t i = expected.positions.size();
+        expected.positions.push_back(i < doubles ? 0 : expected.positions[i - doubles]);
+      }
+      Save(0, input.substr(0, length));
+      ASSERT_TRUE(Combine()) << length;
+      ASSERT_EQ(Bytes(), Expected(expected)) << length;
+    }
+  }
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, PartialRecordBehindABlockTakesTheRecordInFrontOfIt) {
+  support::TestHost host;
+  support::Path path;
+  path.positions.clear();
+  for (int i = 0; i < 3 * 20000; ++i) path.positions.push_back(i);
+  for (const int left : {1, 2}) {
+    support::Path expected = path;
+    expected.positions.push_back(-1);
+    expected.positions.push_back(left == 2 ? -2 : 3 * 20000 - 2);
+    expected.positions.push_back(3 * 20000 - 1);
+    support::FileBuilder tail;
+    tail.Double(-1);
+    if (left == 2) tail.Double(-2);
+    Save(0, support::PathInfoBytes(path) + tail.Text("seven b").Bytes());
+    EXPECT_TRUE(Combine());
+    EXPECT_EQ(Bytes(), support::InterchangeBytes({expected}));
+  }
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, UnknownToolTypeIsFalseBehindItsField) {
+  support::TestHost host;
+  for (const int type : {0, 4, -1, -32768, 32767}) {
+    Save(0, support::PathInfoBytes(support::Path())
+                .replace(kToolType, 2, support::FileBuilder().Int16(type).Bytes()));
+    EXPECT_FALSE(Combine()) << type;
+    std::string expected = support::InterchangeBytes({support::Path()});
+    expected.resize(kOutputHead + 8 + 24 + 72 + 24);
+    EXPECT_EQ(Bytes(), expected + support::FileBuilder().Int32(type).Bytes());
+  }
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, CustomToolWithoutPiecesIsFalseBeforeItsCounts) {
+  support::TestHost host;
+  support::Path path;
+  path.tool = support::CustomBlock{};
+  for (const auto& [arcs, lines] : std::vector<std::pair<int, int>>{{0, 0}, {-1, 0}, {-7, -7}}) {
+    Save(0, support::PathInfoBytes(path).replace(
+                kToolType + 2, 8, support::FileBuilder().Int32(arcs).Int32(lines).Bytes()));
+    EXPECT_FALSE(Combine());
+    EXPECT_EQ(Bytes(), support::InterchangeBytes({path}).substr(0, kOutputHead + 8 + 24 + 72 + 28));
+  }
+}
+
+// Counts that the file does not live up to cost neither time nor memory.
+TEST_F(CombinePathInfoFilesFailureTest, HugeCustomCountsAreFalseBehindThem) {
+  support::TestHost host;
+  support::Path path;
+  path.tool = support::CustomBlock{};
+  const std::string counts = support::FileBuilder().Int32(INT32_MAX).Int32(INT32_MAX).Bytes();
+  Save(0,
+       support::PathInfoBytes(path).replace(kToolType + 2, 8, counts) + std::string(1000000, 'x'));
+  EXPECT_FALSE(Combine());
+  EXPECT_EQ(Bytes(),
+            support::InterchangeBytes({path}).substr(0, kOutputHead + 8 + 24 + 72 + 28) + counts);
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, NoMemoryForThePiecesIsFalseBehindTheCounts) {
+  support::Path path;
+  path.tool = support::CustomBlock{{{1, {2, 3, 4, 5}, true, false}}, {{6, {7, 8, 9}, true}}};
+  Save(0, support::PathInfoBytes(path));
+  const std::string whole = support::InterchangeBytes({path});
+  const std::size_t counts = kOutputHead + 8 + 24 + 72 + 24 + 4 + 8;
+  for (const auto& [call, end] :
+       std::vector<std::pair<int, std::size_t>>{{1, counts}, {2, counts + 38}}) {
+    support::TestHost host;
+    host.faults.FailCall("new", call);
+    EXPECT_FALSE(Combine());
+    EXPECT_EQ(Bytes(), whole.substr(0, end));
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+  }
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, EachOpenFailingIsFalseWithWhatWasWrittenBefore) {
+  const std::vector<support::Path> paths(2);
+  Save(0, support::PathInfoBytes(paths[0]));
+  Save(1, support::PathInfoBytes(paths[1]));
+  const std::string whole = support::InterchangeBytes(paths);
+  using StatusWrites = support::TestHost::StatusWrites;
+  for (const StatusWrites writes : {StatusWrites::kOnEveryCall, StatusWrites::kOnlyOnFailure}) {
+    for (int k = 1; k <= 3; ++k) {
+      std::filesystem::remove(directory.Path() / "BinaryPaths.tmp");
+      support::TestHost host;
+      host.statusWrites = writes;
+      host.faults.FailCall("m_fopen_hl", k);
+      EXPECT_FALSE(Combine()) << k;
+      if (k == 1) {
+        EXPECT_THAT(host.events.Only({"exists"}), IsEmpty());
+        EXPECT_FALSE(std::filesystem::exists(directory.Path() / "BinaryPaths.tmp"));
+      } else {
+        const std::size_t path = (whole.size() - kOutputHead) / 2;
+        EXPECT_EQ(Bytes(), whole.substr(0, kOutputHead + static_cast<std::size_t>(k - 2) * path));
+      }
+      EXPECT_THAT(host.OpenStreams(), IsEmpty());
+    }
+  }
+}
+
+support::Path LongPath() {
+  support::Path path;
+  path.positions.assign(3 * 20000, 1.25);
+  return path;
+}
+
+// A read that fails among the positions is their end, as the end of the file is; in front of them
+// it is a failure.
+TEST_F(CombinePathInfoFilesFailureTest, EveryFailingReadClosesEverything) {
+  Save(0, support::PathInfoBytes(LongPath()));
+  int reads = 0;
+  {
+    support::TestHost host;
+    ASSERT_TRUE(Combine());
+    reads = host.faults.Calls("fread");
+    ASSERT_GE(reads, 3);
+  }
+  for (int k = 1; k <= reads; ++k) {
+    support::TestHost host;
+    host.faults.FailCall("fread", k);
+    EXPECT_EQ(Combine(), k > 1) << k;
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+    const std::string whole = support::InterchangeBytes({LongPath()});
+    const std::size_t countAt = whole.size() - 3 * 20000 * 8 - 4;
+    const std::size_t end = k > 1 ? countAt : kOutputHead;
+    EXPECT_EQ(Bytes().substr(0, end), whole.substr(0, end));
+  }
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, EveryFailingWriteIsFalse) {
+  Save(0, support::PathInfoBytes(LongPath()));
+  Save(1, support::PathInfoBytes(support::Path()));
+  int writes = 0;
+  {
+    support::TestHost host;
+    ASSERT_TRUE(Combine());
+    writes = host.faults.Calls("fwrite");
+    ASSERT_GE(writes, 5);
+  }
+  for (int k = 1; k <= writes; ++k) {
+    support::TestHost host;
+    host.faults.FailCall("fwrite", k);
+    EXPECT_FALSE(Combine()) << k;
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+  }
+}
+
+// The provisional 0 stands in the count's place until the positions are all there.
+TEST_F(CombinePathInfoFilesFailureTest, FullDiskAmongThePositionsLeavesTheCountAtZero) {
+  const support::Path path = LongPath();
+  Save(0, support::PathInfoBytes(path));
+  std::string whole = support::InterchangeBytes({path});
+  const std::size_t countAt = whole.size() - 3 * 20000 * 8 - 4;
+  whole.replace(countAt, 4, 4, '\0');
+  for (const std::size_t room : {std::size_t{0}, std::size_t{10}, countAt, countAt + 4,
+                                 countAt + 100, whole.size() - 1, whole.size()}) {
+    support::TestHost host;
+    host.faults.LimitDisk(room);
+    EXPECT_FALSE(Combine()) << room;
+    EXPECT_EQ(Bytes(), whole.substr(0, room));
+  }
+}
+
+}  // namespace
