@@ -13,6 +13,7 @@ ProgramPaths::ProgramPaths(const ToolTable& tools, const PathSettings& settings,
 void ProgramPaths::LoadTool(std::int32_t number) {
   EndPath();
   ++load_;
+  toolNumber_ = number;
   tool_ = nullptr;
   if (number == 0) {
     return;
@@ -59,6 +60,7 @@ void ProgramPaths::EndPath() {
   }
   ProgramPath path;
   path.load = load_;
+  path.tool = toolNumber_;
   path.rapid = rapid_;
   path.record.colour = rapid_ ? *settings_.rapidColour : tool_->colour.value_or(settings_.colour);
   path.record.sweepToler = settings_.sweepToler;

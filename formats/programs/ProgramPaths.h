@@ -21,6 +21,7 @@ struct PathSettings {
 // One path of a program: all moves of one tool load that hang together.
 struct ProgramPath {
   std::int64_t load = 0;  // 0, 1, ... in the order of the tool loads
+  std::int32_t tool = 0;  // its number
   bool rapid = false;     // rapids only; never without a rapid colour
   PathRecord record;      // 3-axis, one cut
 };
@@ -53,6 +54,7 @@ class ProgramPaths : public GCodeMoves {
   PathSettings settings_;
   Take take_;
   const TableTool* tool_ = nullptr;
+  std::int32_t toolNumber_ = 0;
   std::int64_t load_ = -1;
   bool rapid_ = false;
   std::vector<double> positions_;
