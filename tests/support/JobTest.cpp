@@ -23,4 +23,12 @@ void JobTest::KeepCopiesApart() {
 
 bool JobTest::IsAtHome() const { return std::filesystem::current_path() == m_home; }
 
+bool JobTest::IsInJob() const {
+  // Seen from inside: the two spellings of a directory need not compare equal.
+  WriteWholeFile(m_job / "here", "");
+  const bool isHere = std::filesystem::exists("here");
+  std::filesystem::remove(m_job / "here");
+  return isHere;
+}
+
 }  // namespace support

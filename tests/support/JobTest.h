@@ -28,6 +28,8 @@ class JobTest : public ::testing::Test {
   void KeepCopiesApart();
   /// The process's current directory is the one the test began with.
   bool IsAtHome() const;
+  /// It is the working directory.
+  bool IsInJob() const;
 
  private:
   TempDirectory m_root;

