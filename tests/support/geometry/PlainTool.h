@@ -1,12 +1,9 @@
 #pragma once
 
-#include <array>
-
 #include "formats/ToolpathRecords.h"
+#include "support/geometry/Point.h"
 
 namespace support {
-
-using Point = std::array<double, 3>;
 
 /// A standard convex tool worked out the slow and plain way, to check faster code against: no code
 /// in common with what it checks. Parameters must be valid.
