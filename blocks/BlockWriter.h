@@ -11,6 +11,8 @@
 /// within the object, so that writing needs no allocation.
 class BlockWriter {
  public:
+  static constexpr std::size_t kMostRoom = 8192;
+
   explicit BlockWriter(FILE* stream) : m_stream(stream) {}
   BlockWriter(const BlockWriter&) = delete;
   BlockWriter& operator=(const BlockWriter&) = delete;
@@ -26,8 +28,8 @@ class BlockWriter {
     return Write(&value, sizeof value);
   }
 
-  /// Room for `size` bytes, at most 4096, to be filled in place and then counted with Advance; null
-  /// after a failure.
+  /// Room for `size` bytes, at most kMostRoom, to be filled in place and then counted with Advance;
+  /// null after a failure.
   unsigned char* Room(std::size_t size) {
     if (sizeof m_buffer - m_used < size) PassOn();
     return m_failed ? nullptr : m_buffer + m_used;

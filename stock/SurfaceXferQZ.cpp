@@ -15,6 +15,8 @@ constexpr char kSourceUnit[] = "SurfaceXferQZ";
 constexpr char kHeader[] = "binary surface";
 constexpr std::size_t kHeaderSize = sizeof kHeader - 1;
 constexpr std::int16_t kBlockSize = 500;
+constexpr std::size_t kTriangleSize = 3 * sizeof(std::int32_t) + 1;
+static_assert(kBlockSize * kTriangleSize <= BlockWriter::kMostRoom);
 
 struct Vertex {
   // While the file is written, `x` is replaced by the vertex's number in it, so that triangles find
@@ -22,31 +24,34 @@ struct Vertex {
   double x, y, z;
 };
 
-struct Triangle {
-  const Vertex* corners[3];
-  char colour;
-};
-
-// The next free record of the list; null when there is no memory for a further block.
+// Makes room in the head block of the list, in a new head block when it is full; false when there
+// is no memory for one.
 template <class Block>
-auto* NextRecord(Block** head) {
-  using Record = decltype(&(*head)->records[0]);
-  if (*head == nullptr || (*head)->count == kBlockSize) {
-    Block* block = new (std::nothrow) Block;
-    if (block == nullptr) return Record{nullptr};
-    block->count = 0;
-    block->older = *head;
-    *head = block;
-  }
-  return &(*head)->records[(*head)->count++];
+bool HaveRoom(Block** head) {
+  if (*head != nullptr && (*head)->count != kBlockSize) return true;
+  Block* block = new (std::nothrow) Block;
+  if (block == nullptr) return false;
+  block->count = 0;
+  block->older = *head;
+  *head = block;
+  return true;
 }
 
+// Oldest first: freed from the other end, an allocator that gives memory back as its upper end
+// becomes free would do so block by block.
 template <class Block>
 void FreeList(Block** head) {
+  Block* oldestFirst = nullptr;
   while (*head != nullptr) {
-    Block* older = (*head)->older;
-    delete *head;
-    *head = older;
+    Block* block = *head;
+    *head = block->older;
+    block->older = oldestFirst;
+    oldestFirst = block;
+  }
+  while (oldestFirst != nullptr) {
+    Block* next = oldestFirst->older;
+    delete oldestFirst;
+    oldestFirst = next;
   }
 }
 
@@ -54,40 +59,31 @@ template <class Block>
 bool WriteVertices(Block* newest, BlockWriter* out) {
   double number = 0;
   for (Block* block = newest; block != nullptr; block = block->older) {
-    for (std::int16_t i = 0; i < block->count; ++i) {
-      Vertex& vertex = block->records[i];
-      unsigned char* room = out->Room(sizeof vertex);
-      if (room == nullptr) return false;
-      std::memcpy(room, &vertex, sizeof vertex);
-      out->Advance(sizeof vertex);
-      vertex.x = ++number;
-    }
+    const std::size_t size = static_cast<std::size_t>(block->count) * sizeof(Vertex);
+    if (!out->Write(block->vertices, size)) return false;
+    for (std::int16_t i = 0; i < block->count; ++i) block->vertices[i].x = ++number;
   }
-  return true;
-}
-
-bool WriteTriangle(const Triangle& triangle, BlockWriter* out) {
-  constexpr std::size_t kSize = 3 * sizeof(std::int32_t) + 1;
-  unsigned char* room = out->Room(kSize);
-  if (room == nullptr) return false;
-  for (const Vertex* corner : triangle.corners) {
-    // A producer that ran out of memory may have passed on AddVertex's null.
-    if (corner == nullptr) return false;
-    const auto number = static_cast<std::int32_t>(corner->x);
-    std::memcpy(room, &number, sizeof number);
-    room += sizeof number;
-  }
-  std::memcpy(room, &triangle.colour, 1);
-  out->Advance(kSize);
   return true;
 }
 
 template <class Block>
 bool WriteTriangles(const Block* newest, BlockWriter* out) {
   for (const Block* block = newest; block != nullptr; block = block->older) {
-    for (std::int16_t i = 0; i < block->count; ++i) {
-      if (!WriteTriangle(block->records[i], out)) return false;
+    const std::size_t size = static_cast<std::size_t>(block->count) * kTriangleSize;
+    unsigned char* record = out->Room(size);
+    if (record == nullptr) return false;
+    for (std::int16_t i = 0; i < block->count; ++i, record += kTriangleSize) {
+      std::int32_t numbers[3];
+      for (int corner = 0; corner < 3; ++corner) {
+        const Vertex* vertex = block->corners[i][corner];
+        // A producer that ran out of memory may have passed on AddVertex's null.
+        if (vertex == nullptr) return false;
+        numbers[corner] = static_cast<std::int32_t>(vertex->x);
+      }
+      std::memcpy(record, numbers, sizeof numbers);
+      std::memcpy(record + sizeof numbers, &block->colours[i], 1);
     }
+    out->Advance(size);
   }
   return true;
 }
@@ -95,13 +91,15 @@ bool WriteTriangles(const Block* newest, BlockWriter* out) {
 }  // namespace
 
 struct SurfaceXferQZ::VertexBlock {
-  Vertex records[kBlockSize];
+  Vertex vertices[kBlockSize];
   std::int16_t count;
   VertexBlock* older;
 };
 
+// Corners and colours apart: together each record would be padded by seven bytes.
 struct SurfaceXferQZ::TriangleBlock {
-  Triangle records[kBlockSize];
+  const Vertex* corners[kBlockSize][3];
+  char colours[kBlockSize];
   std::int16_t count;
   TriangleBlock* older;
 };
@@ -130,17 +128,21 @@ int SurfaceXferQZ::Reset() {
 }
 
 void* SurfaceXferQZ::AddVertex(const double* xyz) {
-  Vertex* vertex = NextRecord(&m_vertices);
-  if (vertex == nullptr) return nullptr;
+  if (!HaveRoom(&m_vertices)) return nullptr;
+  Vertex* vertex = &m_vertices->vertices[m_vertices->count++];
   *vertex = {xyz[0], xyz[1], xyz[2]};
   ++m_vertexCount;
   return vertex;
 }
 
 void* SurfaceXferQZ::AddTriangle(void* a, void* b, void* c, char colour) {
-  Triangle* triangle = NextRecord(&m_triangles);
-  if (triangle == nullptr) return nullptr;
-  *triangle = {{static_cast<Vertex*>(a), static_cast<Vertex*>(b), static_cast<Vertex*>(c)}, colour};
+  if (!HaveRoom(&m_triangles)) return nullptr;
+  const std::int16_t i = m_triangles->count++;
+  const Vertex** corners = m_triangles->corners[i];
+  corners[0] = static_cast<Vertex*>(a);
+  corners[1] = static_cast<Vertex*>(b);
+  corners[2] = static_cast<Vertex*>(c);
+  m_triangles->colours[i] = colour;
   ++m_triangleCount;
   return m_triangles;
 }
