@@ -41,7 +41,7 @@ bool NearestOnPiece(const ProfilePiece& piece, const ProfilePoint& point, Profil
   }
   const ProfilePoint offset = point - piece.centre;
   if (Cross(piece.startNormal, offset) < 0 || Cross(offset, piece.endNormal) < 0) return false;
-  const double reach = std::hypot(offset.r, offset.z);
+  const double reach = std::sqrt(Dot(offset, offset));
   if (reach == 0) return false;
   nearest = {reach - piece.radius, (1 / reach) * offset};
   return true;
@@ -52,7 +52,7 @@ bool NearestOnPiece(const ProfilePiece& piece, const ProfilePoint& point, Profil
 ProfileNearest NearestAtCorner(const ProfilePoint& corner, const ProfilePoint& below,
                                const ProfilePoint& above, const ProfilePoint& point) {
   const ProfilePoint offset = point - corner;
-  const double reach = std::hypot(offset.r, offset.z);
+  const double reach = std::sqrt(Dot(offset, offset));
   const bool outside = Dot(offset, below) > 0 || Dot(offset, above) > 0;
   // Within rounding of the corner the offset has no direction of its own.
   const double rounding = 1e-14 * (std::abs(corner.r) + std::abs(corner.z));

@@ -31,17 +31,15 @@ double LevelOnArc(const ProfilePiece& piece, double u, double k) {
   if (piece.centre.r == 0) {
     return k * DistanceAlong(piece.radius, u) / std::sqrt(1 + k * k);
   }
-  const auto radiusAt = [&](double angle) {
-    return piece.centre.r + piece.radius * std::sin(angle);
-  };
-  const auto excess = [&](double angle) {
-    const double r = radiusAt(angle);
-    return std::sin(angle) * DistanceAlong(r, u) - k * r * std::cos(angle);
+  // On a ring, in the sine t of the angle that the normal makes with the axis.
+  const auto radiusAt = [&](double t) { return piece.centre.r + piece.radius * t; };
+  const auto excess = [&](double t) {
+    const double r = radiusAt(t);
+    return t * DistanceAlong(r, u) - k * r * std::sqrt((1 - t) * (1 + t));
   };
   const double lowest =
-      std::max(std::asin(std::clamp((u - piece.centre.r) / piece.radius, -1., 1.)),
-               std::atan2(piece.startNormal.r, -piece.startNormal.z));
-  const double highest = std::atan2(piece.endNormal.r, -piece.endNormal.z);
+      std::clamp((u - piece.centre.r) / piece.radius, piece.startNormal.r, piece.endNormal.r);
+  const double highest = piece.endNormal.r;
   const double atLowest = excess(lowest);
   const double atHighest = excess(highest);
   if (atLowest >= 0) return DistanceAlong(radiusAt(lowest), u);
@@ -73,9 +71,9 @@ double LevelDistance(const ConvexTool& tool, double u, double k) {
 
 bool EnterFromBelow(const ConvexTool& tool, const Vec3& move, double x, double y, double& height) {
   const double widest = tool.WidestRadius();
-  const double level = std::hypot(move.x, move.y);
+  const double level = std::sqrt(move.x * move.x + move.y * move.y);
   if (level == 0) {
-    const double r = std::hypot(x, y);
+    const double r = std::sqrt(x * x + y * y);
     if (r >= widest) return false;
     height = tool.HeightAt(r) + std::min(0.0, move.z);
     return true;
@@ -91,7 +89,7 @@ bool EnterFromBelow(const ConvexTool& tool, const Vec3& move, double x, double y
   double v = 0;
   if (k != 0) v = std::copysign(LevelDistance(tool, u, std::abs(k)), k);
   v = std::clamp(v, lowest, highest);
-  height = k * (w - v) + tool.HeightAt(std::hypot(u, v));
+  height = k * (w - v) + tool.HeightAt(std::sqrt(u * u + v * v));
   return true;
 }
 

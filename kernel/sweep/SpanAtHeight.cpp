@@ -58,7 +58,8 @@ bool SpanOfLevelMove(double rho, const Crossing& c, Span& span) {
   const double first = std::max(-rho, std::min(c.y, c.y - c.across));
   const double last = std::min(rho, std::max(c.y, c.y - c.across));
   if (first >= last) return false;
-  const double highest = -c.along * std::copysign(rho, c.across) / std::hypot(c.along, c.across);
+  const double highest =
+      -c.along * std::copysign(rho, c.across) / std::sqrt(c.along * c.along + c.across * c.across);
   const auto place = [&](double t) { return c.along * ((c.y - t) / c.across); };
   const auto half = [&](double t) { return std::sqrt(std::max(0.0, (rho - t) * (rho + t))); };
   const double tHigh = std::clamp(highest, first, last);

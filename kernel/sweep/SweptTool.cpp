@@ -89,8 +89,14 @@ NearestBoundary SweptTool::NearestAt(const Vec3& offset, double share) const {
   return {nearest.distance, nearest.normal.r * outwards + nearest.normal.z * axis_};
 }
 
-// The distance to the tool at share s is convex in s; its slope there is -normal * move.
+// The distance to the tool at share s is convex in s; its slope there is -normal * move. On a move
+// square to the axis the nearest tool is the one whose axis passes nearest.
 NearestBoundary SweptTool::NearestTo(const Vec3& offset) const {
+  const double square = LengthSquared(move_);
+  if (square == 0) return NearestAt(offset, 0);
+  if (Dot(move_, axis_) == 0) {
+    return NearestAt(offset, std::clamp(Dot(offset, move_) / square, 0.0, 1.0));
+  }
   const auto slopeAt = [&](double share) { return -Dot(NearestAt(offset, share).normal, move_); };
   const double atStart = slopeAt(0);
   if (atStart >= 0) return NearestAt(offset, 0);
