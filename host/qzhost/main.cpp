@@ -92,6 +92,8 @@ int main(int argc, char** argv) {
   // A path may begin with a slash on every system.
   app.allow_windows_style_options(false);
   AddGlobalOptions(app, options);
+  host::AddConvertCommand(app, options);
+  host::AddInfoCommand(app, options);
   host::AddNewJobCommand(app, options);
   host::AddSweepCommand(app, options);
   const int exitCode = Parse(app, options, argc, argv);

@@ -12,6 +12,8 @@
 
 namespace host {
 
+void AddConvertCommand(CLI::App& app, Options& options);
+void AddInfoCommand(CLI::App& app, Options& options);
 void AddNewJobCommand(CLI::App& app, Options& options);
 void AddSweepCommand(CLI::App& app, Options& options);
 

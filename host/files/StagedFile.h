@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace host {
+
+/// Lets a file appear complete or not at all: it is written under another name beside its place and
+/// put there in one go. What stood there before stays until then.
+class StagedFile {
+ public:
+  /// A link at `path` is followed: the file it leads to is the one replaced.
+  explicit StagedFile(const std::string& path);
+  /// Removes the file unless it has been put in place.
+  ~StagedFile();
+  StagedFile(const StagedFile&) = delete;
+  StagedFile& operator=(const StagedFile&) = delete;
+
+  /// The name to write to.
+  std::string TemporaryPath() const { return m_temporary.string(); }
+
+  /// Throws formats::FileError when the place cannot be taken.
+  void PutInPlace();
+
+ private:
+  std::filesystem::path m_place;
+  std::filesystem::path m_temporary;
+};
+
+}  // namespace host
