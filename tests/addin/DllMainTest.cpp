@@ -1,58 +1,61 @@
-#include <filesystem>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "MfcApi.h"
 #include "SystemApi.h"
+#include "support/TestHost.h"
 
 extern "C" BOOL APIENTRY DllMain(HINSTANCE instance, DWORD reason, LPVOID reserved);
 
 namespace {
 
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
 class DllMainTest : public ::testing::Test {
  protected:
-  DllMainTest() : m_home(std::filesystem::current_path()) {}
-  ~DllMainTest() override {
-    DllMain(m_instance, DLL_PROCESS_DETACH, nullptr);
-    std::filesystem::current_path(m_home);
-  }
+  ~DllMainTest() override { Call(DLL_PROCESS_DETACH); }
 
-  void EnterDirectoryWithResources() { std::filesystem::current_path(QZ_DIRECTORY_WITH_RESOURCES); }
   BOOL Call(DWORD reason) { return DllMain(m_instance, reason, nullptr); }
 
+  support::TestHost host;
   char m_library = 0;
   HINSTANCE m_instance = reinterpret_cast<HINSTANCE>(&m_library);
-
- private:
-  std::filesystem::path m_home;
 };
 
 TEST_F(DllMainTest, AttachRefusesWithoutTheResourceModule) {
-  std::filesystem::current_path(std::filesystem::temp_directory_path());
+  host.faults.FailCall("LoadLibraryA", 1);
   EXPECT_EQ(Call(DLL_PROCESS_ATTACH), 0);
+  EXPECT_THAT(host.events.Events(), ElementsAre("load Resources\\QZTUtlRes.dll fails"));
 }
 
 TEST_F(DllMainTest, AttachLoadsTheResourceModuleAndJoinsTheResourceChain) {
-  EnterDirectoryWithResources();
   CDynLinkLibrary* const before = AfxFirstDynLinkLibrary();
   EXPECT_EQ(Call(DLL_PROCESS_ATTACH), 1);
+  EXPECT_THAT(host.events.Events(), ElementsAre("load Resources\\QZTUtlRes.dll"));
   CDynLinkLibrary* const entry = AfxFirstDynLinkLibrary();
   ASSERT_NE(entry, before);
   EXPECT_EQ(entry->m_hModule, m_instance);
 }
 
-TEST_F(DllMainTest, DetachLeavesTheChainAndMayBeFollowedByAnotherAttach) {
-  EnterDirectoryWithResources();
+TEST_F(DllMainTest, DetachFreesTheResourceModuleLeavesTheChainAndMayBeFollowedByAnAttach) {
   CDynLinkLibrary* const before = AfxFirstDynLinkLibrary();
   ASSERT_EQ(Call(DLL_PROCESS_ATTACH), 1);
+  host.events.Clear();
   EXPECT_EQ(Call(DLL_PROCESS_DETACH), 1);
+  EXPECT_THAT(host.events.Events(), ElementsAre("unload"));
   EXPECT_EQ(AfxFirstDynLinkLibrary(), before);
   EXPECT_EQ(Call(DLL_PROCESS_ATTACH), 1);
 }
 
-TEST_F(DllMainTest, DetachAfterARefusedAttachSucceeds) {
-  std::filesystem::current_path(std::filesystem::temp_directory_path());
+TEST_F(DllMainTest, DetachAfterARefusedAttachHasNothingToFree) {
+  CDynLinkLibrary* const before = AfxFirstDynLinkLibrary();
+  host.faults.FailCall("LoadLibraryA", 1);
   ASSERT_EQ(Call(DLL_PROCESS_ATTACH), 0);
+  host.events.Clear();
   EXPECT_EQ(Call(DLL_PROCESS_DETACH), 1);
+  EXPECT_THAT(host.events.Events(), IsEmpty());
+  EXPECT_EQ(AfxFirstDynLinkLibrary(), before);
 }
 
 TEST_F(DllMainTest, ThreadsComeAndGoWithoutEffect) {
@@ -60,6 +63,7 @@ TEST_F(DllMainTest, ThreadsComeAndGoWithoutEffect) {
   EXPECT_EQ(Call(DLL_THREAD_ATTACH), 1);
   EXPECT_EQ(Call(DLL_THREAD_DETACH), 1);
   EXPECT_EQ(AfxFirstDynLinkLibrary(), before);
+  EXPECT_THAT(host.events.Events(), IsEmpty());
 }
 
 }  // namespace

@@ -13,8 +13,8 @@ namespace support {
 ///
 /// Functions go by these names: "m_fopen", "m_fopen_hl", "file_exists", "RegOpen",
 /// "GetStringValue"; "fopen" (fopen_s counts as one), "fclose", "fread", "fwrite", "fseek",
-/// "remove", "CopyFileA", "GetCurrentDirectoryA", "SetCurrentDirectoryA"; "new" (operator new and
-/// new[] with std::nothrow).
+/// "remove", "CopyFileA", "GetCurrentDirectoryA", "SetCurrentDirectoryA", "LoadLibraryA"; "new"
+/// (operator new and new[] with std::nothrow).
 class FaultPlan {
  public:
   /// The `n`-th call (1 is the first since this plan began) fails; others are not affected.

@@ -36,4 +36,19 @@ BOOL ObserveCopyFile(Real real, const char* from, const char* to, BOOL failIfExi
   return done;
 }
 
+template <typename Real>
+HMODULE ObserveLoadLibrary(Real real, const char* name) {
+  TestHost* host = CurrentTestHost();
+  if (host == nullptr) return real(name);
+  const HMODULE library = host->faults.Enter("LoadLibraryA") ? nullptr : real(name);
+  host->events.Note("load " + host->events.Spell(name) + (library != nullptr ? "" : " fails"));
+  return library;
+}
+
+template <typename Real>
+BOOL ObserveFreeLibrary(Real real, HMODULE library) {
+  Note("unload");
+  return real(library);
+}
+
 }  // namespace support

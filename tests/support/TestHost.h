@@ -22,7 +22,7 @@ namespace support {
 ///     RegOpen KEY ACCESS   GetStringValue NAME CAPACITY   RegClose   get_REG_KEY
 ///     IsMetric   GetTempDirectory   clearprompt   cleartext   KeyPress CODE   status "TEXT"
 ///     fopen PATH MODE   fclose PATH      (fopen_s as fopen)
-///     remove PATH   copy FROM -> TO   getcwd   chdir PATH
+///     remove PATH   copy FROM -> TO   getcwd   chdir PATH   load MODULE   unload
 ///
 /// Tracked calls without a line number are marked "without line". Single reads, writes and seeks
 /// are counted by `faults`, not written down.

@@ -9,6 +9,8 @@ namespace {
 DWORD WINAPI GetDirectory(DWORD size, char* buffer);
 BOOL WINAPI SetDirectory(const char* path);
 BOOL WINAPI Copy(const char* from, const char* to, BOOL failIfExists);
+HMODULE WINAPI Load(const char* name);
+BOOL WINAPI Free(HMODULE library);
 errno_t __cdecl Open(FILE** stream, const char* path, const char* mode);
 
 }  // namespace
@@ -18,11 +20,15 @@ extern "C" {
 extern decltype(&GetCurrentDirectoryA) __real___imp_GetCurrentDirectoryA;
 extern decltype(&SetCurrentDirectoryA) __real___imp_SetCurrentDirectoryA;
 extern decltype(&CopyFileA) __real___imp_CopyFileA;
+extern decltype(&LoadLibraryA) __real___imp_LoadLibraryA;
+extern decltype(&FreeLibrary) __real___imp_FreeLibrary;
 extern decltype(&fopen_s) __real___imp_fopen_s;
 
 decltype(&GetCurrentDirectoryA) __wrap___imp_GetCurrentDirectoryA = &GetDirectory;
 decltype(&SetCurrentDirectoryA) __wrap___imp_SetCurrentDirectoryA = &SetDirectory;
 decltype(&CopyFileA) __wrap___imp_CopyFileA = &Copy;
+decltype(&LoadLibraryA) __wrap___imp_LoadLibraryA = &Load;
+decltype(&FreeLibrary) __wrap___imp_FreeLibrary = &Free;
 decltype(&fopen_s) __wrap___imp_fopen_s = &Open;
 
 }  // extern "C"
@@ -39,6 +45,14 @@ BOOL WINAPI SetDirectory(const char* path) {
 
 BOOL WINAPI Copy(const char* from, const char* to, BOOL failIfExists) {
   return support::ObserveCopyFile(__real___imp_CopyFileA, from, to, failIfExists);
+}
+
+HMODULE WINAPI Load(const char* name) {
+  return support::ObserveLoadLibrary(__real___imp_LoadLibraryA, name);
+}
+
+BOOL WINAPI Free(HMODULE library) {
+  return support::ObserveFreeLibrary(__real___imp_FreeLibrary, library);
 }
 
 errno_t __cdecl Open(FILE** stream, const char* path, const char* mode) {
