@@ -9,7 +9,7 @@ else()
   # -Wnon-virtual-dtor. No contraction: same input, same bytes on every machine.
   target_compile_options(qz_flags INTERFACE
     -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wold-style-cast -Wcast-qual
-    -Wno-error=maybe-uninitialized -ffp-contract=off -fvisibility=hidden -fvisibility-inlines-hidden)
+    -ffp-contract=off -fvisibility=hidden -fvisibility-inlines-hidden)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(qz_flags INTERFACE -Wno-maybe-uninitialized)
   endif()

@@ -93,11 +93,11 @@ bool MarkUsedVertices(BlockReader* in, const Counts& counts, void** handles) {
   double last[3];
   if (!in->Seek(end - static_cast<long long>(kVertexSize)) || !in->Read(&last)) return false;
   for (std::int32_t i = 0; i < counts.vertices; ++i) handles[i] = nullptr;
-  void* const used = reinterpret_cast<void*>(std::numeric_limits<std::uintptr_t>::max());
+  static char used;
   return ForEachTriangle(in, counts,
                          [&](const Triangle& triangle) {
                            if (!Exists(triangle, counts)) return false;
-                           for (std::uint32_t corner : triangle.corners) handles[corner] = used;
+                           for (std::uint32_t corner : triangle.corners) handles[corner] = &used;
                            return true;
                          }) &&
          in->Seek(kVerticesOffset);

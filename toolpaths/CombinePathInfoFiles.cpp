@@ -50,8 +50,10 @@ bool CopyWidened(BlockReader* in, BlockWriter* out, std::int32_t* value) {
 
 // Sweep, path and compression tolerance, each a field of its own.
 bool CopyTolerances(BlockReader* in, BlockWriter* out) {
-  return CopyBytes<kToleranceSize>(in, out) && CopyBytes<kToleranceSize>(in, out) &&
-         CopyBytes<kToleranceSize>(in, out);
+  for (int i = 0; i < 3; ++i) {
+    if (!CopyBytes<kToleranceSize>(in, out)) return false;
+  }
+  return true;
 }
 
 bool CopyToolBlock(std::int32_t toolType, BlockReader* in, BlockWriter* out) {
