@@ -6,7 +6,7 @@
 /// The channel that collects a mesh and writes it to a binary surface file when it is closed.
 /// Records are kept in blocks linked newest first and never move; the file lists them in that
 /// order, newest block first, so a mesh of more than 500 records changes its order.
-class SurfaceXferQZ : public SurfaceTransfer {
+class SurfaceXferQZ final : public SurfaceTransfer {
  public:
   /// Creates the file and writes its header. A failure shows at Close, as a file that is not
   /// there. `fileName` is cut to 255 characters.

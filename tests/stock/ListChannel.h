@@ -8,7 +8,7 @@
 #include "support/JobFiles.h"
 
 /// A channel that lists what it is given. Handles are the vertices' numbers of arrival, from 1.
-class ListChannel : public SurfaceTransfer {
+class ListChannel final : public SurfaceTransfer {
  public:
   /// Thrown by the operation whose number (from 1, all operations counted) is `throwAt`.
   struct Thrown {};

@@ -8,7 +8,7 @@
 namespace support {
 
 /// An input channel of the scripted kernel. Handles are the numbers of what was taken.
-class RecordingChannel : public SurfaceTransfer {
+class RecordingChannel final : public SurfaceTransfer {
  public:
   /// `name` stands before the operation in the events; `received` takes what arrives.
   RecordingChannel(std::string name, UIDialog& callbacks, Surface& received)
