@@ -81,15 +81,16 @@ bool EnterFromBelow(const ConvexTool& tool, const Vec3& move, double x, double y
   const double w = (x * move.x + y * move.y) / level;
   const double u = std::abs(x * move.y - y * move.x) / level;
   if (u >= widest) return false;
+  // In shares of the move, which keep their meaning when it is all but a plunge or no move at all.
   const double reach = DistanceAlong(widest, u);
-  const double lowest = std::max(w - level, -reach);
-  const double highest = std::min(w, reach);
-  if (lowest >= highest) return false;
+  const double first = std::max(0.0, (w - reach) / level);
+  const double last = std::min(1.0, (w + reach) / level);
+  if (first >= last) return false;
   const double k = move.z / level;
-  double v = 0;
-  if (k != 0) v = std::copysign(LevelDistance(tool, u, std::abs(k)), k);
-  v = std::clamp(v, lowest, highest);
-  height = k * (w - v) + tool.HeightAt(std::sqrt(u * u + v * v));
+  const double v = k == 0 ? 0 : std::copysign(LevelDistance(tool, u, std::abs(k)), k);
+  const double share = std::clamp((w - v) / level, first, last);
+  const double along = w - share * level;
+  height = share * move.z + tool.HeightAt(std::sqrt(u * u + along * along));
   return true;
 }
 

@@ -55,16 +55,22 @@ bool SpanOfLevelMove(double rho, const Crossing& c, Span& span) {
     span.Include(std::min(0.0, c.along) - half, std::max(0.0, c.along) + half);
     return true;
   }
-  const double first = std::max(-rho, std::min(c.y, c.y - c.across));
-  const double last = std::min(rho, std::max(c.y, c.y - c.across));
-  if (first >= last) return false;
-  const double highest =
+  Shares shares{0, 1};
+  shares.KeepPositive(rho - c.y, c.across);
+  shares.KeepPositive(rho + c.y, -c.across);
+  if (!shares.HasInside()) return false;
+  const double farthest =
       -c.along * std::copysign(rho, c.across) / std::sqrt(c.along * c.along + c.across * c.across);
-  const auto place = [&](double t) { return c.along * ((c.y - t) / c.across); };
-  const auto half = [&](double t) { return std::sqrt(std::max(0.0, (rho - t) * (rho + t))); };
-  const double tHigh = std::clamp(highest, first, last);
-  const double tLow = std::clamp(-highest, first, last);
-  span.Include(place(tLow) - half(tLow), place(tHigh) + half(tHigh));
+  const auto shareAt = [&](double t) {
+    return std::clamp((c.y - t) / c.across, shares.first, shares.last);
+  };
+  const auto half = [&](double share) {
+    const double t = c.y - share * c.across;
+    return std::sqrt(std::max(0.0, (rho - t) * (rho + t)));
+  };
+  const double high = shareAt(farthest);
+  const double low = shareAt(-farthest);
+  span.Include(c.along * low - half(low), c.along * high + half(high));
   return true;
 }
 

@@ -156,6 +156,28 @@ TEST(SweptFlat, PlungeIsACylinderFromTheLowerEndOn) {
   }
 }
 
+TEST(SweptTool, DriftInTheLastDigitChangesNothing) {
+  // What a post-processor's rounding leaves of a straight plunge, row or level.
+  const double drift = 1e-15;
+  for (const ConvexTool* tool : {&Ball(), &Flat(), &Bull()}) {
+    const double widest = tool->WidestRadius();
+    const SweptTool plunge(*tool, kUp, {0, 0, 10}, {drift, -drift, 0});
+    ExpectInterval(plunge, 2, {3, 1, 0}, tool->HeightAt(std::sqrt(10.0)), kInfinity);
+    ExpectInterval(plunge, 0, {0, 0, 8}, -widest, widest);
+    const SweptTool row(*tool, kUp, {0, 0, 0}, {20, drift, -drift});
+    ExpectInterval(row, 1, {10, 0, 8}, -widest, widest);
+    ExpectInterval(row, 0, {0, 3, 8}, -std::sqrt(widest * widest - 9),
+                   20 + std::sqrt(widest * widest - 9));
+    RayInterval interval;
+    ASSERT_TRUE(row.Intersect(2, {7, 3, 0}, interval));
+    EXPECT_NEAR(interval.enter, tool->HeightAt(3), 2e-15);
+    const SweptTool standing(*tool, kUp, {0, 0, 0}, {drift * 1e-3, drift * 1e-3, 0});
+    ExpectInterval(standing, 2, {3, 1, 0}, tool->HeightAt(std::sqrt(10.0)), kInfinity);
+    ExpectInterval(standing, 0, {0, 3, 8}, -std::sqrt(widest * widest - 9),
+                   std::sqrt(widest * widest - 9));
+  }
+}
+
 TEST(SweptBull, LevelMoveHasFloorQuarterRoundsAndWalls) {
   const SweptTool bull(Bull(), kUp, {0, 0, 0}, {20, 0, 0});
   ExpectInterval(bull, 2, {10, 3.9, 0}, 0, kInfinity);
