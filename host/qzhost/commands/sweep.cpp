@@ -18,6 +18,7 @@
 #include "host/qzhost/Report.h"
 #include "host/qzhost/WrittenFiles.h"
 #include "host/qzhost/commands/commands.h"
+#include "platform/files.h"
 
 namespace host {
 
@@ -91,15 +92,29 @@ std::string UnreadableInput(const Job& job) {
   return "";
 }
 
+// The first of the job's scratch files that is there and cannot be written, or the directory; empty
+// when all can.
+std::string UnwritablePlace(const Job& job) {
+  if (!IsWritableDirectory(job.directory)) return job.directory;
+  for (const char* name : {"BinaryPaths.tmp", "BinaryPaths.txt", "StockModelOutput.tmp"}) {
+    const std::string path = job.directory + name;
+    if (IsDirectory(path)) return path;
+    if (!StateOfFile(path).exists) continue;
+    FILE* stream = OpenStdFile(path.c_str(), "r+b");
+    if (stream == nullptr) return path;
+    std::fclose(stream);
+  }
+  return "";
+}
+
 Verdict ExplainFailure(const Job& job, const Outcome& outcome, const KernelMessages& messages) {
   if (!outcome.stray.empty()) return {kFailed, "the add-in failed: " + outcome.stray};
   const auto errors = messages.Errors();
   if (!errors.empty()) return {kFailed, errors.back()};
   const std::string unreadable = UnreadableInput(job);
   if (!unreadable.empty()) return {kBadInput, unreadable};
-  if (!IsWritableDirectory(job.directory)) {
-    return {kFailed, job.directory + ": the directory cannot be written"};
-  }
+  const std::string unwritable = UnwritablePlace(job);
+  if (!unwritable.empty()) return {kFailed, unwritable + ": cannot be written"};
   return {kFailed, "the add-in reports failure and gives no reason"};
 }
 
