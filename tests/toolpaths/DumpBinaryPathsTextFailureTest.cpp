@@ -41,7 +41,7 @@ class DumpBinaryPathsTextFailureTest : public ::testing::Test {
   std::string Text() const { return support::ReadTextFile(directory.Path() / "BinaryPaths.txt"); }
 
   support::TempDirectory directory;
-  const support::Path path;
+  const support::Path path{};
   const std::string good = support::InterchangeBytes({path});
   const std::string goodText = lines::File({path});
 };

@@ -153,7 +153,7 @@ TEST_F(DumpBinaryPathsTextTest, AnyFlagByteButZeroIsTrue) {
 }
 
 TEST_F(DumpBinaryPathsTextTest, SeveralPathsAndCutsFollowEachOther) {
-  const support::Path first;
+  const support::Path first{};
   const support::Path second = FiveAxisPath();
   support::Path other = second;
   other.positions = {9, 8, 7, 1, 0, 0};
