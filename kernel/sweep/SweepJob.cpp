@@ -4,15 +4,18 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <utility>
 
 #include "formats/InterchangeFile.h"
 #include "kernel/common/FatalError.h"
 #include "kernel/common/Workers.h"
 #include "kernel/sweep/Contour.h"
+#include "kernel/sweep/MergeFlat.h"
 #include "kernel/sweep/PathMoves.h"
 #include "kernel/sweep/PlayMesh.h"
 #include "kernel/sweep/PrepareStock.h"
 #include "kernel/sweep/RaySpacing.h"
+#include "kernel/sweep/RemoveSlivers.h"
 #include "kernel/sweep/StockRaster.h"
 #include "kernel/sweep/SubtractMoves.h"
 
@@ -21,6 +24,8 @@ namespace {
 
 constexpr double kDefaultTolerance = 1e-4;  // of the stock's diagonal
 constexpr double kSliver = 1e-11;           // of the stock's diagonal
+constexpr double kFlatness = 1e-11;         // of the stock's diagonal
+constexpr double kLeastHeight = 1e-9;       // of the stock's diagonal
 
 PathMoves ReadMoves(const std::string& pathFile, Reporter& reporter) {
   reporter.BeginStage("Reading toolpaths", 0, 2);
@@ -75,11 +80,24 @@ bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Report
 
 CutMesh Contour(const StockMesh& stock, const PathMoves& moves, const DexelModel& model,
                 Reporter& reporter) {
-  reporter.BeginStage("Optimising surface", 60, 95);
+  reporter.BeginStage("Optimising surface", 60, 80);
   CutMesh mesh = ContourModel(model, SurfaceMakers(stock, moves),
                               [&](double share) { reporter.Advance(share, 1); });
   reporter.EndStage();
   return mesh;
+}
+
+CutMesh Merge(CutMesh contour, double diagonal, Reporter& reporter) {
+  reporter.BeginStage("Cleaning surface", 80, 95);
+  HalfEdgeMesh mesh(std::move(contour));
+  const double least = kLeastHeight * diagonal;
+  const std::size_t slivers = RemoveSlivers(mesh, least);
+  MergeFlat(mesh, kFlatness * diagonal, least, [&](double share) { reporter.Advance(share, 1); });
+  if (slivers > 0) {
+    reporter.Warn(std::to_string(slivers) + " facets without area could not be removed");
+  }
+  reporter.EndStage();
+  return mesh.Release();
 }
 
 CutMesh UncutStock(const StockMesh& stock) {
@@ -99,7 +117,7 @@ CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& r
   DexelModel model(DexelLattice(stock.box, spacing.spacing), kSliver * stock.box.Diagonal());
   Rasterise(stock.mesh, model, reporter);
   if (!Subtract(moves, stock.box, model, reporter)) return UncutStock(stock.mesh);
-  return Contour(stock.mesh, moves, model, reporter);
+  return Merge(Contour(stock.mesh, moves, model, reporter), stock.box.Diagonal(), reporter);
 }
 
 }  // namespace

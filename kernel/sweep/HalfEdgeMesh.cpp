@@ -1,0 +1,132 @@
+#include "kernel/sweep/HalfEdgeMesh.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kernel {
+
+HalfEdgeMesh::HalfEdgeMesh(CutMesh mesh)
+    : m_mesh(std::move(mesh)),
+      m_twin(3 * m_mesh.facets.size(), kNone),
+      m_out(m_mesh.vertices.size(), kNone) {
+  LinkTwins();
+}
+
+void HalfEdgeMesh::LinkTwins() {
+  const auto count = static_cast<Index>(m_twin.size());
+  std::vector<Index> begin(m_mesh.vertices.size() + 1, 0);
+  for (Index half = 0; half < count; ++half) ++begin[Origin(half) + 1];
+  for (std::size_t v = 0; v < m_mesh.vertices.size(); ++v) begin[v + 1] += begin[v];
+  std::vector<Index> next(begin.begin(), begin.end() - 1);
+  std::vector<Index> leaving(count);
+  for (Index half = 0; half < count; ++half) leaving[next[Origin(half)]++] = half;
+  for (Index half = 0; half < count; ++half) {
+    m_out[Origin(half)] = half;
+    const Index target = Target(half);
+    for (Index i = begin[target]; i < begin[target + 1]; ++i) {
+      if (Target(leaving[i]) == Origin(half)) m_twin[half] = leaving[i];
+    }
+  }
+}
+
+bool HalfEdgeMesh::AreNeighbours(Index a, Index b) const {
+  const Index first = m_out[a];
+  Index half = first;
+  do {
+    if (Target(half) == b) return true;
+    half = Around(half);
+  } while (half != first);
+  return false;
+}
+
+int HalfEdgeMesh::Valence(Index vertex) const {
+  int valence = 0;
+  Index half = m_out[vertex];
+  do {
+    ++valence;
+    half = Around(half);
+  } while (half != m_out[vertex]);
+  return valence;
+}
+
+bool HalfEdgeMesh::CanCollapse(Index half) const {
+  const Index target = Target(half);
+  const Index left = Target(Next(half));
+  const Index right = Target(Next(m_twin[half]));
+  if (left == right || Valence(left) <= 3 || Valence(right) <= 3) return false;
+  Index around = half;
+  do {
+    const Index neighbour = Target(around);
+    if (neighbour != target && neighbour != left && neighbour != right &&
+        AreNeighbours(neighbour, target)) {
+      return false;
+    }
+    around = Around(around);
+  } while (around != half);
+  return true;
+}
+
+void HalfEdgeMesh::Collapse(Index half) {
+  const Index gone = Origin(half);
+  const Index kept = Target(half);
+  const Index twin = m_twin[half];
+  std::vector<Index> leaving;
+  Index around = half;
+  do {
+    leaving.push_back(around);
+    around = Around(around);
+  } while (around != half);
+  const Index leftOut = m_twin[Previous(half)];   // gone to left
+  const Index leftIn = m_twin[Next(half)];        // left to kept
+  const Index rightOut = m_twin[Previous(twin)];  // kept to right
+  const Index rightIn = m_twin[Next(twin)];       // right to gone
+  for (const Index out : leaving) m_mesh.facets[out / 3].vertices[out % 3] = kept;
+  Glue(leftOut, leftIn);
+  Glue(rightOut, rightIn);
+  m_out[kept] = leftOut;
+  m_out[Origin(leftIn)] = leftIn;
+  m_out[Origin(rightIn)] = rightIn;
+  m_out[gone] = kNone;
+  for (const Index facet : {half / 3, twin / 3}) m_mesh.facets[facet].vertices.fill(kNone);
+}
+
+bool HalfEdgeMesh::CanFlip(Index half) const {
+  const Index left = Target(Next(half));
+  const Index right = Target(Next(m_twin[half]));
+  return left != right && Valence(Origin(half)) > 3 && Valence(Target(half)) > 3 &&
+         !AreNeighbours(left, right);
+}
+
+void HalfEdgeMesh::Flip(Index half) {
+  const Index twin = m_twin[half];
+  const Index from = Origin(half);
+  const Index to = Target(half);
+  const Index left = Target(Next(half));
+  const Index right = Target(Next(twin));
+  const Index toLeft = m_twin[Next(half)];
+  const Index leftFrom = m_twin[Previous(half)];
+  const Index fromRight = m_twin[Next(twin)];
+  const Index rightTo = m_twin[Previous(twin)];
+  const Index f = half / 3;
+  const Index g = twin / 3;
+  const std::uint8_t colour = m_mesh.facets[g].colour;
+  m_mesh.facets[f] = {{left, from, right}, colour};
+  m_mesh.facets[g] = {{right, to, left}, colour};
+  Glue(3 * f, leftFrom);
+  Glue(3 * f + 1, fromRight);
+  Glue(3 * f + 2, 3 * g + 2);
+  Glue(3 * g, rightTo);
+  Glue(3 * g + 1, toLeft);
+  m_out[left] = 3 * f;
+  m_out[from] = 3 * f + 1;
+  m_out[right] = 3 * g;
+  m_out[to] = 3 * g + 1;
+}
+
+CutMesh HalfEdgeMesh::Release() {
+  std::erase_if(m_mesh.facets,
+                [](const CutMesh::Facet& facet) { return facet.vertices[0] == kNone; });
+  return std::move(m_mesh);
+}
+
+}  // namespace kernel
