@@ -9,7 +9,6 @@ namespace formats {
 namespace {
 
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-constexpr double kMillimetresPerInch = 25.4;
 
 constexpr std::array<char, 3> kAxisLetters = {'x', 'y', 'z'};
 
@@ -33,7 +32,7 @@ GCodeInterpreter::GCodeInterpreter(const GCodeOptions& options, GCodeMoves& move
     : options_(options),
       moves_(moves),
       report_(report),
-      unit_(options.metric ? options.millimetre : options.millimetre * kMillimetresPerInch),
+      millimetre_(ScaleBetween(true, options.metric)(1)),
       position_{kUnknown, kUnknown, kUnknown},
       initialLevel_(kUnknown) {
   PublishPosition();
@@ -106,7 +105,7 @@ void GCodeInterpreter::PublishPosition() {
   for (int axis = 0; axis < 3; ++axis) {
     const double position = position_[static_cast<std::size_t>(axis)];
     variables_.Set(GCodeVariables::kCurrentPosition + axis,
-                   (position - OffsetInUse(variables_, axis)) / unit_);
+                   (position - OffsetInUse(variables_, axis)) * scale_.over / scale_.times);
   }
 }
 
@@ -203,7 +202,7 @@ void GCodeInterpreter::SetModes() {
     plane_ = code == 170 ? kPlaneXY : code == 180 ? kPlaneZX : kPlaneYZ;
   }
   if (const int code = Code(GCodeGroup::kUnits); code >= 0) {
-    unit_ = options_.millimetre * (code == 200 ? kMillimetresPerInch : 1);
+    scale_ = ScaleBetween(code == 210, options_.metric);
   }
   if (const int code = Code(GCodeGroup::kCoordinateSystem); code >= 0) {
     const int system = code <= 590 ? (code - 540) / 10 + 1 : code - 590 + 6;
@@ -300,9 +299,11 @@ void GCodeInterpreter::SetOffsets(const GCodeBlock& block) {
 
 // G10 L2 says where a system's zero lies, L20 what the current position is called in it.
 void GCodeInterpreter::SetOrigin(const GCodeBlock& block) {
-  const int kind = block.Has('l') ? static_cast<int>(std::lround(block.Value('l'))) : -1;
+  const double kind = block.ValueOr('l', 0);
   if (kind != 2 && kind != 20) {
-    NotUnderstood(kind < 0 ? "G10" : "G10 L" + std::to_string(kind), block.gCodes.front().column);
+    const bool isNumber = kind >= 1 && kind <= 99 && kind == std::floor(kind);
+    NotUnderstood(isNumber ? "G10 L" + std::to_string(static_cast<int>(kind)) : "G10",
+                  block.gCodes.front().column);
     return;
   }
   if (block.Has('r') && block.Value('r') != 0) {
@@ -315,7 +316,7 @@ void GCodeInterpreter::SetOrigin(const GCodeBlock& block) {
     if (!block.Has(letter)) {
       continue;
     }
-    double origin = block.Value(letter) * unit_;
+    double origin = scale_(block.Value(letter));
     if (kind == 20) {
       origin = KnownPosition(block, letter) - origin - ShiftInUse(variables_, axis);
     }
@@ -346,7 +347,7 @@ void GCodeInterpreter::Shift(const GCodeBlock& block) {
   for (int axis = 0; axis < 3; ++axis) {
     const char letter = kAxisLetters[static_cast<std::size_t>(axis)];
     if (block.Has(letter)) {
-      ShiftTo(variables_, axis, KnownPosition(block, letter), block.Value(letter) * unit_);
+      ShiftTo(variables_, axis, KnownPosition(block, letter), scale_(block.Value(letter)));
     }
   }
 }
@@ -373,7 +374,7 @@ ToolTip GCodeInterpreter::Target(const GCodeBlock& block) const {
       continue;
     }
     double& coordinate = target[static_cast<std::size_t>(axis)];
-    const double value = block.Value(letter) * unit_;
+    const double value = scale_(block.Value(letter));
     coordinate = incremental_ ? coordinate + value : value + OffsetInUse(variables_, axis);
     if (std::isinf(coordinate)) {
       throw GCodeError("coordinate too large", block.Column(letter));

@@ -12,6 +12,7 @@
 #include "formats/programs/GCodeProgram.h"
 #include "formats/programs/GCodeReport.h"
 #include "formats/programs/GCodeVariables.h"
+#include "formats/programs/LengthScale.h"
 
 namespace formats {
 
@@ -93,7 +94,8 @@ class GCodeInterpreter {
 
   Mode mode_ = Mode::kNone;
   ArcPlane plane_ = kPlaneXY;
-  double unit_;  // a program's unit in the units of the positions
+  LengthScale scale_;  // from a program's unit to that of the positions
+  double millimetre_;  // in the units of the positions
   bool incremental_ = false;
   bool absoluteCentres_ = false;
   bool retractToInitial_ = true;

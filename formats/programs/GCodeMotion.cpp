@@ -163,8 +163,8 @@ GCodeArc GCodeInterpreter::ArcOf(const GCodeBlock& block, const ToolTip& target)
   const char secondLetter = kCentreLetters[static_cast<std::size_t>(plane_.second)];
   const char otherLetter = kCentreLetters[static_cast<std::size_t>(plane_.normal)];
   if (block.Has('r')) {
-    return ArcOfRadius(plane_, position_, target, block.Value('r') * unit_, clockwise, turns,
-                       options_.millimetre);
+    return ArcOfRadius(plane_, position_, target, scale_(block.Value('r')), clockwise, turns,
+                       millimetre_);
   }
   if (block.Has(otherLetter)) {
     throw GCodeError("arc centre off the plane in force", block.Column(otherLetter));
@@ -174,27 +174,27 @@ GCodeArc GCodeInterpreter::ArcOf(const GCodeBlock& block, const ToolTip& target)
   }
   const auto centre = [&](int axis, char letter) {
     if (!absoluteCentres_) {
-      return position_[static_cast<std::size_t>(axis)] + block.ValueOr(letter, 0) * unit_;
+      return position_[static_cast<std::size_t>(axis)] + scale_(block.ValueOr(letter, 0));
     }
     if (!block.Has(letter)) {
       throw GCodeError("G90.1 needs both words of the centre", 0);
     }
-    return block.Value(letter) * unit_ + OffsetInUse(variables_, axis);
+    return scale_(block.Value(letter)) + OffsetInUse(variables_, axis);
   };
   return ArcAboutCentre(plane_, position_, target, centre(plane_.first, firstLetter),
-                        centre(plane_.second, secondLetter), clockwise, turns, options_.millimetre);
+                        centre(plane_.second, secondLetter), clockwise, turns, millimetre_);
 }
 
 void GCodeInterpreter::KeepCycleWords(const GCodeBlock& block) {
   const char normal = kAxisLetters[static_cast<std::size_t>(plane_.normal)];
   if (block.Has('r')) {
-    cycleRetract_ = block.Value('r') * unit_;
+    cycleRetract_ = scale_(block.Value('r'));
   }
   if (block.Has(normal)) {
-    cycleBottom_ = block.Value(normal) * unit_;
+    cycleBottom_ = scale_(block.Value(normal));
   }
   if (block.Has('q')) {
-    cyclePeck_ = block.Value('q') * unit_;
+    cyclePeck_ = scale_(block.Value('q'));
   }
   if (!cycleRetract_ || !cycleBottom_) {
     throw GCodeError(std::string("canned cycle without ") +
@@ -220,10 +220,13 @@ void GCodeInterpreter::Drill(const GCodeBlock& block) {
   if (std::isnan(cycle.retract)) {
     throw GCodeError("canned cycle counted from a height that is not known", 0);
   }
+  if (!std::isfinite(cycle.retract) || !std::isfinite(cycle.bottom)) {
+    throw GCodeError("coordinate too large", 0);
+  }
   const bool toInitial = retractToInitial_ && initialLevel_ > cycle.retract;
   cycle.clear = toInitial ? initialLevel_ : cycle.retract;
   cycle.peck = mode_ == Mode::kPeckDrill ? *cyclePeck_ : 0;
-  cycle.pecking = kPeckClearance * options_.millimetre;
+  cycle.pecking = kPeckClearance * millimetre_;
   for (int repeat = 0; repeat < repeats; ++repeat) {
     ToolTip hole = Target(block);
     hole[normal] = cycle.clear;

@@ -9,8 +9,7 @@
 namespace formats {
 
 struct GCodeOptions {
-  double millimetre = 1;       // its length in the units of the positions: 1, or 1/25.4
-  bool metric = true;          // what a program without G20 and G21 means
+  bool metric = true;          // positions, and a program without G20 and G21, are in millimetres
   double arcTolerance = 0.01;  // > 0: how far a chord may stray from its arc
   std::int32_t firstTool = 0;  // in the spindle at the start; 0: none
   bool strict = false;         // a word that is not understood is an error

@@ -114,18 +114,18 @@ ConvexTool Drill(JsonFields& fields) {
   return {0, radius, 0, Between(fields, "pointAngle", 0, 180) / 2, 0, 0};
 }
 
-ConvexTool ScaledConvex(ConvexTool tool, double scale) {
-  tool.cornerRadius *= scale;
-  tool.flatRadius *= scale;
-  tool.taperHeight *= scale;
-  tool.upperBevelRadius *= scale;
+ConvexTool ScaledConvex(ConvexTool tool, const LengthScale& scale) {
+  tool.cornerRadius = scale(tool.cornerRadius);
+  tool.flatRadius = scale(tool.flatRadius);
+  tool.taperHeight = scale(tool.taperHeight);
+  tool.upperBevelRadius = scale(tool.upperBevelRadius);
   return tool;
 }
 
-Tool Undercut(JsonFields& fields, double scale) {
+Tool Undercut(JsonFields& fields, const LengthScale& scale) {
   UndercutTool tool;
-  tool.armRadius = scale * fields.Number("armRadius");
-  tool.armHeight = scale * fields.NumberOr("armHeight", 0);
+  tool.armRadius = scale(fields.Number("armRadius"));
+  tool.armHeight = scale(fields.NumberOr("armHeight", 0));
   const auto profile = [&](const std::string& key, bool& use) {
     use = fields.Has(key);
     if (!use) {
@@ -145,31 +145,31 @@ Tool Undercut(JsonFields& fields, double scale) {
   }
 }
 
-ArcPiece ReadArc(JsonFields& fields, double scale) {
+ArcPiece ReadArc(JsonFields& fields, const LengthScale& scale) {
   ArcPiece arc;
   arc.index = fields.Integer("index", 0, 1'000'000);
-  arc.radius = scale * fields.Number("radius");
+  arc.radius = scale(fields.Number("radius"));
   arc.angleMin = fields.Number("angleMin");
   arc.angleMax = fields.Number("angleMax");
-  arc.flatLength = scale * fields.NumberOr("flatLength", 0);
+  arc.flatLength = scale(fields.NumberOr("flatLength", 0));
   arc.flip = fields.FlagOr("flip", false);
   arc.convex = fields.FlagOr("convex", true);
   return arc;
 }
 
-LinePiece ReadLine(JsonFields& fields, double scale) {
+LinePiece ReadLine(JsonFields& fields, const LengthScale& scale) {
   LinePiece line;
   line.index = fields.Integer("index", 0, 1'000'000);
-  line.height = scale * fields.Number("height");
+  line.height = scale(fields.Number("height"));
   line.taperAngle = fields.NumberOr("taperAngle", 0);
-  line.flatLength = scale * fields.NumberOr("flatLength", 0);
+  line.flatLength = scale(fields.NumberOr("flatLength", 0));
   line.flip = fields.FlagOr("flip", false);
   return line;
 }
 
 template <typename Piece>
-std::vector<Piece> ReadPieces(JsonFields& fields, const std::string& key, double scale,
-                              Piece (*read)(JsonFields&, double)) {
+std::vector<Piece> ReadPieces(JsonFields& fields, const std::string& key, const LengthScale& scale,
+                              Piece (*read)(JsonFields&, const LengthScale&)) {
   std::vector<Piece> pieces;
   if (!fields.Has(key)) {
     return pieces;
@@ -182,7 +182,7 @@ std::vector<Piece> ReadPieces(JsonFields& fields, const std::string& key, double
   return pieces;
 }
 
-Tool Custom(JsonFields& fields, double scale) {
+Tool Custom(JsonFields& fields, const LengthScale& scale) {
   CustomTool tool;
   tool.arcs = ReadPieces<ArcPiece>(fields, "arcs", scale, ReadArc);
   tool.lines = ReadPieces<LinePiece>(fields, "lines", scale, ReadLine);
@@ -207,7 +207,7 @@ constexpr std::array<ConvexKind, 7> kConvexKinds = {{{"convex", Convex},
 
 }  // namespace
 
-Tool ReadToolOfKind(JsonFields& fields, double scale) {
+Tool ReadToolOfKind(JsonFields& fields, const LengthScale& scale) {
   const std::string kind = fields.Text("kind");
   for (const ConvexKind& candidate : kConvexKinds) {
     if (candidate.name != kind) {

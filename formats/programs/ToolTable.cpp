@@ -10,19 +10,16 @@
 namespace formats {
 namespace {
 
-// The length of the table's unit in millimetres.
-double UnitOf(JsonFields& table) {
+bool IsMetric(JsonFields& table) {
   const std::string units = table.Text("units");
-  if (units == "mm") {
-    return 1;
+  if (units != "mm" && units != "inch") {
+    throw JsonFault("units \"" + units + "\" is neither mm nor inch");
   }
-  if (units == "inch") {
-    return 25.4;
-  }
-  throw JsonFault("units \"" + units + "\" is neither mm nor inch");
+  return units == "mm";
 }
 
-void AddTool(const nlohmann::json& json, const std::string& where, double scale, ToolTable& table) {
+void AddTool(const nlohmann::json& json, const std::string& where, const LengthScale& scale,
+             ToolTable& table) {
   JsonFields fields(json, where);
   const int number = fields.Integer("number", 1, 999'999'999);
   TableTool tool;
@@ -39,9 +36,9 @@ void AddTool(const nlohmann::json& json, const std::string& where, double scale,
   }
 }
 
-ToolTable FromJson(const nlohmann::json& json, double millimetre) {
+ToolTable FromJson(const nlohmann::json& json, bool metric) {
   JsonFields fields(json, "");
-  const double scale = UnitOf(fields) * millimetre;
+  const LengthScale scale = ScaleBetween(IsMetric(fields), metric);
   ToolTable table;
   std::size_t index = 0;
   for (const nlohmann::json& tool : fields.Array("tools")) {
@@ -59,9 +56,9 @@ std::string Plain(const std::string& message) {
 
 }  // namespace
 
-ToolTable ParseToolTable(std::string_view text, const std::string& name, double millimetre) {
+ToolTable ParseToolTable(std::string_view text, const std::string& name, bool metric) {
   try {
-    return FromJson(nlohmann::json::parse(text), millimetre);
+    return FromJson(nlohmann::json::parse(text), metric);
   } catch (const nlohmann::json::exception& error) {
     throw FileError(name + ": " + Plain(error.what()));
   } catch (const JsonFault& fault) {
@@ -69,12 +66,12 @@ ToolTable ParseToolTable(std::string_view text, const std::string& name, double 
   }
 }
 
-ToolTable ReadToolTable(const std::string& path, double millimetre) {
+ToolTable ReadToolTable(const std::string& path, bool metric) {
   constexpr std::uint64_t kLargest = 16U << 20U;
   if (FileSize(path) > kLargest) {
     throw FileError(path + ": too large for a tool table");
   }
-  return ParseToolTable(ReadWholeFile(path), path, millimetre);
+  return ParseToolTable(ReadWholeFile(path), path, metric);
 }
 
 }  // namespace formats

@@ -17,11 +17,12 @@ struct TableTool {
 
 using ToolTable = std::map<std::int32_t, TableTool>;  // by number, 1 and up
 
-// A tool table in JSON, as docs/tools.md describes it. `millimetre`: its length in the units that
-// the tools are wanted in. Throws FileError that names the place in the file ("tools[2].diameter").
-ToolTable ReadToolTable(const std::string& path, double millimetre);
+// A tool table in JSON, as docs/tools.md describes it. `metric`: the tools are wanted in
+// millimetres, otherwise in inches. Throws FileError that names the place in the file
+// ("tools[2].diameter").
+ToolTable ReadToolTable(const std::string& path, bool metric);
 
 // The same for a text from elsewhere; `name` stands for the file in messages.
-ToolTable ParseToolTable(std::string_view text, const std::string& name, double millimetre);
+ToolTable ParseToolTable(std::string_view text, const std::string& name, bool metric);
 
 }  // namespace formats

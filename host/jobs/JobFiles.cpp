@@ -40,7 +40,10 @@ std::vector<std::filesystem::path> FilesWhere(const std::filesystem::path& direc
   std::error_code error;
   std::filesystem::directory_iterator entry(directory, error);
   while (!error && entry != std::filesystem::directory_iterator()) {
-    if (wanted(entry->path().filename().string())) files.push_back(entry->path());
+    if (wanted(entry->path().filename().string()) && !entry->is_directory(error)) {
+      files.push_back(entry->path());
+    }
+    if (error) break;
     entry.increment(error);
   }
   if (error) {

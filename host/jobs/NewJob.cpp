@@ -78,7 +78,6 @@ formats::PathSettings PathSettingsOf(const NewJobSettings& settings) {
 
 formats::GCodeOptions ProgramOptionsOf(const NewJobSettings& settings, const formats::Mesh& stock) {
   formats::GCodeOptions options;
-  options.millimetre = settings.metric ? 1 : 1 / 25.4;
   options.metric = settings.metric;
   options.arcTolerance = ArcTolerance(settings, stock);
   options.firstTool = settings.firstTool;
@@ -109,7 +108,7 @@ NewJobResult MakeJob(const NewJobSettings& settings) {
   NewJobResult result;
   result.stock = CheckedStock(settings.stock);
   const auto options = ProgramOptionsOf(settings, result.stock);
-  const auto tools = formats::ReadToolTable(settings.tools, options.millimetre);
+  const auto tools = formats::ReadToolTable(settings.tools, settings.metric);
   StagedJob job(settings.directory);
   job.WriteStock(result.stock);
   formats::ProgramPaths paths(tools, PathSettingsOf(settings), [&](formats::ProgramPath path) {
