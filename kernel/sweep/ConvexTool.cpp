@@ -89,19 +89,19 @@ std::variant<ConvexTool, std::string> ConvexTool::Make(const formats::ConvexTool
 }
 
 ConvexTool::ConvexTool(ConvexProfile profile)
-    : profile_(std::move(profile)), widest_(profile_.back().end.r) {}
+    : m_profile(std::move(profile)), m_widest(m_profile.back().end.r) {}
 
 double ConvexTool::RadiusAt(double z) const {
   if (z < 0) return 0;
-  for (const ProfilePiece& piece : profile_) {
+  for (const ProfilePiece& piece : m_profile) {
     // A flat face has no height of its own: its radius is that of what follows.
     if (z <= piece.end.z && piece.end.z > piece.start.z) return RadiusOn(piece, z);
   }
-  return widest_;
+  return m_widest;
 }
 
 double ConvexTool::HeightAt(double r) const {
-  for (const ProfilePiece& piece : profile_) {
+  for (const ProfilePiece& piece : m_profile) {
     if (r <= piece.end.r && piece.end.r > piece.start.r) return HeightOn(piece, r);
   }
   return ProfileTop();
@@ -109,7 +109,7 @@ double ConvexTool::HeightAt(double r) const {
 
 double ConvexTool::CharacteristicRadius() const {
   double smallest = kInfinity;
-  for (const ProfilePiece& piece : profile_) {
+  for (const ProfilePiece& piece : m_profile) {
     if (piece.isArc) smallest = std::min(smallest, piece.radius);
     const bool isWall = !piece.isArc && piece.start.r > 0;
     if (isWall) smallest = std::min(smallest, piece.start.r / piece.startNormal.r);
@@ -120,15 +120,15 @@ double ConvexTool::CharacteristicRadius() const {
 ProfileNearest ConvexTool::Nearest(const ProfilePoint& point) const {
   ProfileNearest nearest{kInfinity, {}};
   // Ties go to the inside of a piece, whose sign is beyond doubt.
-  for (const ProfilePiece& piece : profile_) {
+  for (const ProfilePiece& piece : m_profile) {
     ProfileNearest candidate;
     if (NearestOnPiece(piece, point, candidate) &&
         std::abs(candidate.distance) < std::abs(nearest.distance)) {
       nearest = candidate;
     }
   }
-  ProfilePoint below{-profile_.front().startNormal.r, profile_.front().startNormal.z};
-  for (const ProfilePiece& piece : profile_) {
+  ProfilePoint below{-m_profile.front().startNormal.r, m_profile.front().startNormal.z};
+  for (const ProfilePiece& piece : m_profile) {
     const ProfilePoint offset = point - piece.start;
     const double square = Dot(offset, offset);
     if (square < nearest.distance * nearest.distance) {
@@ -143,7 +143,7 @@ ProfileNearest ConvexTool::Nearest(const ProfilePoint& point) const {
 
 double ConvexTool::Support(const ProfilePoint& direction, double top) const {
   double best = -kInfinity;
-  for (const ProfilePiece& piece : profile_) {
+  for (const ProfilePiece& piece : m_profile) {
     if (piece.start.z > top) break;
     best = std::max(best, SupportOfPiece(piece, direction, top));
   }

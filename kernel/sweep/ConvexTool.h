@@ -22,13 +22,13 @@ class ConvexTool {
   // The standard convex tool, or one line that says which parameter makes it no solid.
   static std::variant<ConvexTool, std::string> Make(const formats::ConvexTool& parameters);
 
-  const ConvexProfile& Profile() const { return profile_; }
+  const ConvexProfile& Profile() const { return m_profile; }
 
   // Of the cylinder above; infinite when the wall never stops widening.
-  double WidestRadius() const { return widest_; }
+  double WidestRadius() const { return m_widest; }
 
   // Height above which the outline is one straight line.
-  double ProfileTop() const { return profile_.back().start.z; }
+  double ProfileTop() const { return m_profile.back().start.z; }
 
   // Radius of the tool's section at a height; 0 below the tip.
   double RadiusAt(double z) const;
@@ -50,8 +50,8 @@ class ConvexTool {
  private:
   explicit ConvexTool(ConvexProfile profile);
 
-  ConvexProfile profile_;
-  double widest_;
+  ConvexProfile m_profile;
+  double m_widest;
 };
 
 }  // namespace kernel

@@ -25,12 +25,12 @@ Vec3 PointOn(const Vec3& offset, int rayAxis, double place) {
 
 bool SweptTool::IntersectTilted(int rayAxis, const Vec3& offset, RayInterval& interval) const {
   const Vec3 base = PointOn(offset, rayAxis, 0);
-  const ProfilePiece& wall = tool_->Profile().back();
-  const double size = Length(base) + Length(move_) + wall.start.z + wall.start.r;
+  const ProfilePiece& wall = m_tool->Profile().back();
+  const double size = Length(base) + Length(m_move) + wall.start.z + wall.start.r;
   const double touch = 8 * kEpsilon * size;
   // The end of the body on the ray, seen from far off. `way`: +1 looks upwards, -1 downwards.
   const auto approach = [&](double way, double& place) {
-    const double rise = -way * axis_[rayAxis];
+    const double rise = -way * m_axis[rayAxis];
     const double spread = std::sqrt(std::max(0.0, (1 - rise) * (1 + rise)));
     // How fast the ray leaves the last wall's cone behind; not at all when it rises more steeply.
     const double parting = rise > 0 ? spread * wall.endNormal.r + rise * wall.endNormal.z : 0.5;

@@ -51,11 +51,11 @@ class SweptTool {
   NearestBoundary NearestAt(const Vec3& offset, double share) const;
   NearestBoundary NearestTo(const Vec3& offset) const;
 
-  const ConvexTool* tool_;
-  Vec3 axis_;
-  Vec3 from_;
-  Vec3 move_;
-  int uprightAxis_ = -1;  // the coordinate axis that the tool's axis is parallel to, or -1
+  const ConvexTool* m_tool;
+  Vec3 m_axis;
+  Vec3 m_from;
+  Vec3 m_move;
+  int m_uprightAxis = -1;  // the coordinate axis that the tool's axis is parallel to, or -1
 };
 
 }  // namespace kernel

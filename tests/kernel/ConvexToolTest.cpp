@@ -184,10 +184,13 @@ TEST(ConvexTool, OutlinePointsLieOnThePlainlyComputedTool) {
   for (const formats::ConvexTool& parameters : kShapes) {
     const ConvexTool tool = Good(parameters);
     const support::PlainTool plain(parameters);
-    for (double z = 0.01; z < 20; z += 0.0507) {
+    for (int step = 0; step < 400; ++step) {
+      const double z = 0.01 + 0.0507 * step;
       EXPECT_NEAR(plain.Excess(tool.RadiusAt(z), z), 0, 1e-12);
     }
-    for (double r = 0.01; r < std::min(tool.WidestRadius(), 20.0); r += 0.0507) {
+    for (int step = 0; step < 400; ++step) {
+      const double r = 0.01 + 0.0507 * step;
+      if (r >= tool.WidestRadius()) break;
       EXPECT_NEAR(plain.Excess(r, tool.HeightAt(r)), 0, 1e-12);
     }
   }
@@ -197,15 +200,18 @@ TEST(ConvexTool, NearestIsTheDistanceToTheClosestOutlinePoint) {
   for (const formats::ConvexTool& parameters : kShapes) {
     const ConvexTool tool = Good(parameters);
     const support::PlainTool plain(parameters);
-    for (double r = 0.013; r < 9; r += 0.61) {
-      for (double z = -3.007; z < 12; z += 0.53) {
+    for (int across = 0; across < 15; ++across) {
+      for (int up = 0; up < 29; ++up) {
+        const double r = 0.01371 + 0.61 * across;
+        const double z = -3.007 + 0.53 * up;
         const ProfileNearest nearest = tool.Nearest({r, z});
         EXPECT_EQ(nearest.distance > 0, plain.Excess(r, z) > 0);
         EXPECT_NEAR(std::hypot(nearest.normal.r, nearest.normal.z), 1, 1e-14);
         const ProfilePoint foot = ProfilePoint{r, z} - nearest.distance * nearest.normal;
         EXPECT_NEAR(plain.Excess(std::abs(foot.r), foot.z), 0, 1e-11);
         // No point of the outline is closer.
-        for (double height = 0; height < 15; height += 0.05) {
+        for (int step = 0; step < 300; ++step) {
+          const double height = 0.05 * step;
           const double reach = std::hypot(tool.RadiusAt(height) - r, height - z);
           EXPECT_GE(reach, std::abs(nearest.distance) - 1e-12);
         }

@@ -102,7 +102,8 @@ TEST(SweptBall, ReversedMoveIsTheSameBody) {
 
 TEST(SweptFlat, SlotHasExactlyPlaneFloorAndWalls) {
   const SweptTool slot(Flat(), kUp, {10, 50, 30}, {90, 50, 30});
-  for (double x = 10; x <= 90; x += 0.37) {
+  for (int step = 0; step <= 200; ++step) {
+    const double x = 10 + 0.4 * step;
     RayInterval interval;
     ASSERT_TRUE(slot.Intersect(2, {x, 52.3, 0}, interval));
     EXPECT_EQ(interval.enter, 30);
@@ -245,7 +246,8 @@ TEST(SweptTool, TiltedFlatFloorIsAPlane) {
   const Vec3 axis{0.6, 0, 0.8};
   const SweptTool flat(Flat(), axis, {0, 0, 0}, {0, 30, 0});
   // The floor is the plane 0.6 x + 0.8 z = 0, as wide as 6 * 0.8 either side along x.
-  for (double x = -4.5; x < 4.6; x += 0.5) {
+  for (int step = -9; step <= 9; ++step) {
+    const double x = 0.5 * step;
     RayInterval interval;
     ASSERT_TRUE(flat.Intersect(2, {x, 15, 0}, interval));
     EXPECT_NEAR(interval.enter, -0.75 * x, 1e-14);
@@ -408,8 +410,8 @@ TEST_F(RandomBodies, RaysThatMissHaveNoPointInside) {
     RayInterval interval;
     if (swept.Intersect(axis, origin, interval)) return;
     ++misses;
-    for (double place = -40; place <= 40; place += 0.8) {
-      EXPECT_GT(excess(OnRay(origin, axis, place)), -1e-10);
+    for (int step = -50; step <= 50; ++step) {
+      EXPECT_GT(excess(OnRay(origin, axis, 0.8 * step)), -1e-10);
     }
   });
   EXPECT_GT(misses, 300);

@@ -1,9 +1,8 @@
 #include "support/geometry/MeshChecks.h"
 
 #include <algorithm>
-#include <compare>
 #include <cstdint>
-#include <utility>
+#include <tuple>
 #include <vector>
 
 namespace support {
@@ -13,7 +12,10 @@ struct Edge {
   std::int32_t low, high;
   bool rising;
   std::size_t facet;
-  auto operator<=>(const Edge&) const = default;
+  bool operator<(const Edge& other) const {
+    return std::tie(low, high, rising, facet) <
+           std::tie(other.low, other.high, other.rising, other.facet);
+  }
 };
 
 std::vector<Edge> SortedEdges(const formats::Mesh& mesh) {
@@ -90,7 +92,9 @@ std::string ZeroAreaFault(const formats::Mesh& mesh) {
 std::string VertexFault(const formats::Mesh& mesh) {
   struct Spoke {
     std::int32_t hub, from, to;
-    auto operator<=>(const Spoke&) const = default;
+    bool operator<(const Spoke& other) const {
+      return std::tie(hub, from, to) < std::tie(other.hub, other.from, other.to);
+    }
   };
   std::vector<Spoke> spokes;
   for (const formats::Facet& facet : mesh.facets) {
