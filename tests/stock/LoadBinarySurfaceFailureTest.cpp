@@ -186,8 +186,3 @@ TEST_F(LoadBinarySurfaceFailureTest, AnExceptionPassesThroughAndLeavesTheStreamO
 }
 
 }  // namespace
-
-// The handle array that an exception leaves behind is meant to be left; all else is reported.
-extern "C" const char* __lsan_default_suppressions() {
-  return "leak:AnExceptionPassesThroughAndLeavesTheStreamOpen";
-}

@@ -212,6 +212,17 @@ TEST_F(CombinePathInfoFilesFailureTest, EachOpenFailingIsFalseWithWhatWasWritten
   }
 }
 
+TEST_F(CombinePathInfoFilesFailureTest, StatusDecidesEvenWhenAStreamComesWithIt) {
+  Save(0, support::PathInfoBytes(support::Path()));
+  for (int k = 1; k <= 2; ++k) {
+    support::TestHost host;
+    host.faults.FailCall("m_fopen_hl status", k);
+    EXPECT_FALSE(Combine()) << k;
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+    EXPECT_EQ(Bytes(), k == 1 ? "" : support::InterchangeBytes({support::Path()}).substr(0, 24));
+  }
+}
+
 support::Path LongPath() {
   support::Path path;
   path.positions.assign(3 * 20000, 1.25);
@@ -229,15 +240,22 @@ TEST_F(CombinePathInfoFilesFailureTest, EveryFailingReadClosesEverything) {
     reads = host.faults.Calls("fread");
     ASSERT_GE(reads, 3);
   }
+  const std::string whole = support::InterchangeBytes({LongPath()});
+  const std::size_t countAt = whole.size() - 3 * 20000 * 8 - 4;
   for (int k = 1; k <= reads; ++k) {
     support::TestHost host;
     host.faults.FailCall("fread", k);
     EXPECT_EQ(Combine(), k > 1) << k;
     EXPECT_THAT(host.OpenStreams(), IsEmpty());
-    const std::string whole = support::InterchangeBytes({LongPath()});
-    const std::size_t countAt = whole.size() - 3 * 20000 * 8 - 4;
-    const std::size_t end = k > 1 ? countAt : kOutputHead;
-    EXPECT_EQ(Bytes().substr(0, end), whole.substr(0, end));
+    const std::string bytes = Bytes();
+    if (k == 1) {
+      EXPECT_EQ(bytes, whole.substr(0, kOutputHead));
+      continue;
+    }
+    EXPECT_LT(bytes.size(), whole.size()) << "asked again after the failure";
+    const auto count = static_cast<std::uint32_t>((bytes.size() - countAt - 4) / 24);
+    EXPECT_EQ(bytes.substr(0, countAt), whole.substr(0, countAt));
+    EXPECT_EQ(bytes.substr(countAt, 4), support::FileBuilder().Uint32(count).Bytes());
   }
 }
 
@@ -257,6 +275,13 @@ TEST_F(CombinePathInfoFilesFailureTest, EveryFailingWriteIsFalse) {
     EXPECT_FALSE(Combine()) << k;
     EXPECT_THAT(host.OpenStreams(), IsEmpty());
   }
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, FullDiskIsFalseWithoutAnyPathToo) {
+  support::TestHost host;
+  host.faults.LimitDisk(20);
+  EXPECT_FALSE(Combine());
+  EXPECT_EQ(Bytes().size(), 20u);
 }
 
 // The provisional 0 stands in the count's place until the positions are all there.
