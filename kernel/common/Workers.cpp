@@ -4,7 +4,6 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <cstdlib>
 #include <exception>
 #include <mutex>
 #include <thread>
@@ -14,6 +13,8 @@ namespace kernel {
 namespace {
 
 constexpr std::chrono::milliseconds kWatchInterval{50};
+
+std::atomic<unsigned> workerLimit{0};
 
 class Run {
  public:
@@ -89,12 +90,12 @@ class Run {
 
 unsigned WorkerCount() {
   constexpr unsigned kMost = 256;
-  if (const char* text = std::getenv("QZ_KERNEL_THREADS")) {
-    const unsigned long wanted = std::strtoul(text, nullptr, 10);
-    if (wanted >= 1 && wanted <= kMost) return static_cast<unsigned>(wanted);
-  }
+  const unsigned limit = workerLimit;
+  if (limit > 0) return std::min(limit, kMost);
   return std::clamp(std::thread::hardware_concurrency(), 1U, kMost);
 }
+
+void LimitWorkers(unsigned count) { workerLimit = count; }
 
 void RunTasks(std::size_t count, const std::function<void(std::size_t)>& task,
               const std::function<void(std::size_t)>& watch) {

@@ -40,23 +40,27 @@ std::vector<Index> FirstAtSamePlace(const std::vector<Vec3>& vertices) {
   return first;
 }
 
+// Vertices keep their order.
 StockMesh Welded(const StockMesh& given) {
   const std::vector<Index> first = FirstAtSamePlace(given.vertices);
-  std::vector<Index> number(given.vertices.size(), UINT32_MAX);
   StockMesh welded;
   welded.facets.reserve(given.facets.size());
+  std::vector<bool> used(given.vertices.size(), false);
   for (StockMesh::Facet facet : given.facets) {
     for (Index& v : facet.vertices) v = first[v];
     const auto& [a, b, c] = facet.vertices;
     if (a == b || b == c || c == a) continue;
-    for (Index& v : facet.vertices) {
-      if (number[v] == UINT32_MAX) {
-        number[v] = static_cast<Index>(welded.vertices.size());
-        welded.vertices.push_back(given.vertices[v]);
-      }
-      v = number[v];
-    }
+    for (const Index v : facet.vertices) used[v] = true;
     welded.facets.push_back(facet);
+  }
+  std::vector<Index> number(given.vertices.size());
+  for (std::size_t i = 0; i < given.vertices.size(); ++i) {
+    if (!used[i]) continue;
+    number[i] = static_cast<Index>(welded.vertices.size());
+    welded.vertices.push_back(given.vertices[i]);
+  }
+  for (StockMesh::Facet& facet : welded.facets) {
+    for (Index& v : facet.vertices) v = number[v];
   }
   return welded;
 }
@@ -236,17 +240,25 @@ StockMesh WithOwnVertices(const StockMesh& mesh) {
       }
     });
   });
-  StockMesh parted;
-  parted.facets = mesh.facets;
-  std::vector<Index> number(3 * mesh.facets.size(), UINT32_MAX);
+  std::vector<std::pair<Index, Index>> fans;  // vertex, root of a fan of facets around it
   for (std::size_t f = 0; f < mesh.facets.size(); ++f) {
     for (std::size_t i = 0; i < 3; ++i) {
-      Index& assigned = number[corners.Root(static_cast<Index>(3 * f + i))];
-      if (assigned == UINT32_MAX) {
-        assigned = static_cast<Index>(parted.vertices.size());
-        parted.vertices.push_back(mesh.vertices[mesh.facets[f].vertices[i]]);
-      }
-      parted.facets[f].vertices[i] = assigned;
+      const auto corner = static_cast<Index>(3 * f + i);
+      if (corners.Root(corner) == corner) fans.emplace_back(mesh.facets[f].vertices[i], corner);
+    }
+  }
+  if (fans.size() == mesh.vertices.size()) return mesh;
+  std::sort(fans.begin(), fans.end());
+  StockMesh parted;
+  parted.facets = mesh.facets;
+  std::vector<Index> number(3 * mesh.facets.size());
+  for (const auto& [vertex, root] : fans) {
+    number[root] = static_cast<Index>(parted.vertices.size());
+    parted.vertices.push_back(mesh.vertices[vertex]);
+  }
+  for (std::size_t f = 0; f < mesh.facets.size(); ++f) {
+    for (std::size_t i = 0; i < 3; ++i) {
+      parted.facets[f].vertices[i] = number[corners.Root(static_cast<Index>(3 * f + i))];
     }
   }
   return parted;

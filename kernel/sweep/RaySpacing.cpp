@@ -21,18 +21,20 @@ double MemoryFor(const Box3& box, double spacing) {
   return kBytesPerNode * n.x * n.y * n.z + kBytesPerRay * rays + kBytesPerSurfaceCell * 2 * rays;
 }
 
-double SpacingFor(double tolerance, double radius) {
-  return std::min(kCurvatureShare * std::sqrt(4 * radius * tolerance), radius / 3);
+double SpacingFor(double tolerance, const Curvature& curvature) {
+  const double round =
+      std::min(kCurvatureShare * std::sqrt(4 * curvature.radius * tolerance), curvature.radius / 3);
+  return curvature.tipSlope > 0 ? std::min(round, 4 * tolerance / curvature.tipSlope) : round;
 }
 
 }  // namespace
 
-RaySpacing ChooseRaySpacing(const Box3& box, double tolerance, double radius) {
+RaySpacing ChooseRaySpacing(const Box3& box, double tolerance, const Curvature& curvature) {
   const Vec3 extent = box.high - box.low;
   const double thinnest = std::min({extent.x, extent.y, extent.z});
   // A stock of a few rays' width would lose its shape however flat its surface.
   const double coarsest = std::min(thinnest / 8, Length(extent) / 64);
-  RaySpacing chosen{std::min(coarsest, SpacingFor(tolerance, radius)), tolerance, false};
+  RaySpacing chosen{std::min(coarsest, SpacingFor(tolerance, curvature)), tolerance, false};
   // Below the tolerance nothing is gained.
   chosen.spacing = std::max(chosen.spacing, std::min(tolerance, coarsest));
   while (MemoryFor(box, chosen.spacing) > kMemoryLimit) {
@@ -41,7 +43,8 @@ RaySpacing ChooseRaySpacing(const Box3& box, double tolerance, double radius) {
   }
   if (chosen.raised) {
     const double share = chosen.spacing / kCurvatureShare;
-    chosen.tolerance = std::max({tolerance, share * share / (4 * radius), chosen.spacing / 8});
+    chosen.tolerance =
+        std::max({tolerance, share * share / (4 * curvature.radius), chosen.spacing / 8});
   }
   return chosen;
 }

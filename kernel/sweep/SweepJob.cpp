@@ -43,17 +43,18 @@ double SweepTolerance(const PathMoves& moves, const Box3& box) {
   return smallest;
 }
 
-double SmallestRadius(const PathMoves& moves) {
-  double smallest = std::numeric_limits<double>::infinity();
+Curvature CurvatureOf(const PathMoves& moves) {
+  Curvature curvature;
   for (const SweepPath& path : moves.Paths()) {
-    smallest = std::min(smallest, path.tool.CharacteristicRadius());
+    curvature.radius = std::min(curvature.radius, path.tool.CharacteristicRadius());
+    const ProfilePiece& tip = path.tool.Profile().front();
+    if (!tip.isArc) curvature.tipSlope = std::max(curvature.tipSlope, tip.startNormal.r);
   }
-  return smallest;
+  return curvature;
 }
 
 RaySpacing SpacingOf(const PathMoves& moves, const Box3& box, Reporter& reporter) {
-  const RaySpacing chosen =
-      ChooseRaySpacing(box, SweepTolerance(moves, box), SmallestRadius(moves));
+  const RaySpacing chosen = ChooseRaySpacing(box, SweepTolerance(moves, box), CurvatureOf(moves));
   if (chosen.raised) {
     char text[120];
     std::snprintf(text, sizeof text, "the sweep tolerance is raised to %g for lack of memory",
