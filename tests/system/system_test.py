@@ -25,13 +25,29 @@ def spelled(path):
 
 
 class Run:
-    def __init__(self, completed):
-        self.code = completed.returncode
-        self.out = completed.stdout.decode("utf-8", "replace")
-        self.err = completed.stderr.decode("utf-8", "replace")
+    """A finished program. Its output goes to files, not pipes: an emulator's server, which outlives
+    the program, holds the pipes open and would be waited for."""
+
+    def __init__(self, command, **options):
+        with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
+            completed = subprocess.run(command, timeout=120, stdin=subprocess.DEVNULL, stdout=out,
+                                       stderr=err, **options)
+            out.seek(0)
+            err.seek(0)
+            self.code = completed.returncode
+            self.out = out.read().decode("utf-8", "replace")
+            self.err = err.read().decode("utf-8", "replace")
 
     def object(self):
         return json.loads(self.out)
+
+
+def setUpModule():
+    if EMULATOR:
+        # Makes its own directory of settings the first time, which takes longer than any test.
+        subprocess.run(EMULATOR + [os.path.join(BIN, EXECUTABLE), "--version"], check=True,
+                       timeout=400, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL)
 
 
 class SystemTest(unittest.TestCase):
@@ -53,9 +69,7 @@ class SystemTest(unittest.TestCase):
             # The test add-in lies elsewhere and imports from the program's own libraries.
             environment["WINEPATH"] = bin_directory
             environment["PATH"] = bin_directory + os.pathsep + environment["PATH"]
-        return Run(subprocess.run(command + list(arguments), env=environment, timeout=120,
-                                  stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                                  stderr=subprocess.PIPE, **options))
+        return Run(command + list(arguments), env=environment, **options)
 
     def path(self, name):
         return os.path.join(self.job, name)
