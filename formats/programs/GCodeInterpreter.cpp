@@ -263,7 +263,8 @@ void GCodeInterpreter::SetMotion() {
 
 bool GCodeInterpreter::TakesAxisWords(const GCodeBlock& block) {
   const int code = Code(GCodeGroup::kOneLine);
-  if (code == 100 || (code >= 280 && code <= 301) || (code >= 920 && code <= 923)) {
+  // Some machines give the time of a dwell as X.
+  if (code == 40 || code == 100 || (code >= 280 && code <= 301) || (code >= 920 && code <= 923)) {
     return true;
   }
   if (unknownTakesAxisWords_ && !motionGiven_) {

@@ -36,6 +36,10 @@ TEST(GCodeState, VariablesHoldTheOrigins) {
             (Calls{"rapid 4 1 0", "rapid 4 3 0"}));
 }
 
+TEST(GCodeState, AnOriginSetByVariableCountsFromTheNextLineOn) {
+  EXPECT_EQ(After("#5221=7 X1\nX2\n"), (Calls{"rapid 1 0 0", "rapid 9 0 0"}));
+}
+
 TEST(GCodeState, VariablesHoldThePosition) {
   EXPECT_EQ(After("X3 Y4 Z5\nG91 X#5422 Y#5421 Z#5420\n"), (Calls{"rapid 3 4 5", "rapid 8 8 8"}));
   EXPECT_EQ(After("G20 X2\nG21 Y#5420\n"), (Calls{"rapid 50.8 0 0", "rapid 50.8 2 0"}));
@@ -55,6 +59,10 @@ TEST(GCodeState, G28LeavesTheNamedAxesUnknown) {
             (Calls{"rapid 0 0 5", "start rapid 1 0 2", "rapid 3 0 2"}));
   EXPECT_EQ(After("G28\nX1 Y1\nZ1\n"), (Calls{"start rapid 1 1 1"}));
   EXPECT_EQ(After("G30 Z1\nG0 X1\nG1 Z0\n"), (Calls{"rapid 0 0 1", "start feed 1 0 0"}));
+}
+
+TEST(GCodeState, ADwellMovesNothing) {
+  EXPECT_EQ(After("G4 P2\nG4 X1.5\nX1\n"), (Calls{"rapid 1 0 0"}));
 }
 
 TEST(GCodeState, MachineCoordinatesAreNotKnown) {
