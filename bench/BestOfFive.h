@@ -15,11 +15,16 @@ class BestOfFive {
   /// Runs everything added, printing the usual table. False when the arguments are wrong.
   bool Run(int argc, char** argv);
 
-  /// Prints how much longer `a` takes than `b`, and what the ratio ought to be.
+  /// Prints how much longer `a` takes than `b`, and what the ratio ought to be. The ratio of the
+  /// processor times tells more when the machine is busy with other things.
   void PrintRatio(const std::string& a, const std::string& b, const std::string& wanted) const;
 
  private:
-  std::map<std::string, double> m_bestSeconds;
+  struct Times {
+    double wall;
+    double processor;
+  };
+  std::map<std::string, Times> m_best;
 };
 
 /// A directory of the program's own on the memory file system where there is one, with a trailing

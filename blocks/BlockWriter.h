@@ -11,7 +11,7 @@
 /// within the object, so that writing needs no allocation.
 class BlockWriter {
  public:
-  static constexpr std::size_t kMostRoom = 8192;
+  static constexpr std::size_t kMostRoom = 32768;
 
   explicit BlockWriter(FILE* stream) : m_stream(stream) {}
   BlockWriter(const BlockWriter&) = delete;
@@ -42,6 +42,7 @@ class BlockWriter {
 
  private:
   bool PassOn();
+  bool PassOn(const void* from, std::size_t size);
 
   FILE* m_stream;
   bool m_failed = false;

@@ -25,7 +25,7 @@ struct Counts {
 };
 
 struct Triangle {
-  std::uint32_t corners[3];  // zero-based
+  std::uint32_t a, b, c;  // zero-based
   char colour;
 };
 
@@ -54,19 +54,21 @@ void** NewHandles(std::int32_t count) {
   return static_cast<void**>(::operator new(size, std::nothrow));
 }
 
+// Number 0 and negative ones wrap to numbers that no vertex has.
+std::uint32_t ZeroBased(const unsigned char* number) {
+  std::uint32_t value = 0;
+  std::memcpy(&value, number, sizeof value);
+  return value - 1;
+}
+
 Triangle Decode(const unsigned char* record) {
-  Triangle triangle;
-  std::memcpy(triangle.corners, record, sizeof triangle.corners);
-  // Number 0 and negative ones wrap to numbers that no vertex has.
-  for (std::uint32_t& corner : triangle.corners) --corner;
-  std::memcpy(&triangle.colour, record + sizeof triangle.corners, 1);
-  return triangle;
+  return {ZeroBased(record), ZeroBased(record + 4), ZeroBased(record + 8),
+          static_cast<char>(record[12])};
 }
 
 bool Exists(const Triangle& triangle, const Counts& counts) {
   const auto vertices = static_cast<std::uint32_t>(counts.vertices);
-  return triangle.corners[0] < vertices && triangle.corners[1] < vertices &&
-         triangle.corners[2] < vertices;
+  return triangle.a < vertices && triangle.b < vertices && triangle.c < vertices;
 }
 
 // Calls action(triangle) for each triangle of the section; false at the first that is missing or
@@ -97,7 +99,9 @@ bool MarkUsedVertices(BlockReader* in, const Counts& counts, void** handles) {
   return ForEachTriangle(in, counts,
                          [&](const Triangle& triangle) {
                            if (!Exists(triangle, counts)) return false;
-                           for (std::uint32_t corner : triangle.corners) handles[corner] = &used;
+                           handles[triangle.a] = &used;
+                           handles[triangle.b] = &used;
+                           handles[triangle.c] = &used;
                            return true;
                          }) &&
          in->Seek(kVerticesOffset);
@@ -127,8 +131,8 @@ void PlayMatching(const Triangle& triangle, const Selection& selection, SurfaceT
                   void** handles) {
   for (short i = 0; i < selection.colourCount; ++i) {
     if (selection.colours[i] != static_cast<unsigned char>(triangle.colour)) continue;
-    channel->AddTriangle(handles[triangle.corners[0]], handles[triangle.corners[1]],
-                         handles[triangle.corners[2]], triangle.colour);
+    channel->AddTriangle(handles[triangle.a], handles[triangle.b], handles[triangle.c],
+                         triangle.colour);
   }
 }
 
@@ -137,9 +141,9 @@ bool PlayTriangles(BlockReader* in, const Counts& counts, const Selection& selec
   return ForEachTriangle(in, counts, [&](const Triangle& triangle) {
     if (!selection.All() && !selection.ByColour()) return true;
     if (!Exists(triangle, counts)) return false;
-    void* const a = handles[triangle.corners[0]];
-    void* const b = handles[triangle.corners[1]];
-    void* const c = handles[triangle.corners[2]];
+    void* const a = handles[triangle.a];
+    void* const b = handles[triangle.b];
+    void* const c = handles[triangle.c];
     if (selection.All()) {
       channel->AddTriangle(a, b, c, triangle.colour);
       return true;

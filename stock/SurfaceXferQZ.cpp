@@ -66,6 +66,15 @@ bool WriteVertices(Block* newest, BlockWriter* out) {
   return true;
 }
 
+// False for a corner without a vertex: a producer that ran out of memory may have passed on
+// AddVertex's null.
+bool PutNumber(const Vertex* corner, unsigned char* to) {
+  if (corner == nullptr) return false;
+  const auto number = static_cast<std::int32_t>(corner->x);
+  std::memcpy(to, &number, sizeof number);
+  return true;
+}
+
 template <class Block>
 bool WriteTriangles(const Block* newest, BlockWriter* out) {
   for (const Block* block = newest; block != nullptr; block = block->older) {
@@ -73,15 +82,12 @@ bool WriteTriangles(const Block* newest, BlockWriter* out) {
     unsigned char* record = out->Room(size);
     if (record == nullptr) return false;
     for (std::int16_t i = 0; i < block->count; ++i, record += kTriangleSize) {
-      std::int32_t numbers[3];
-      for (int corner = 0; corner < 3; ++corner) {
-        const Vertex* vertex = block->corners[i][corner];
-        // A producer that ran out of memory may have passed on AddVertex's null.
-        if (vertex == nullptr) return false;
-        numbers[corner] = static_cast<std::int32_t>(vertex->x);
+      const auto& corners = block->corners[i];
+      if (!PutNumber(corners[0], record) || !PutNumber(corners[1], record + 4) ||
+          !PutNumber(corners[2], record + 8)) {
+        return false;
       }
-      std::memcpy(record, numbers, sizeof numbers);
-      std::memcpy(record + sizeof numbers, &block->colours[i], 1);
+      std::memcpy(record + 12, &block->colours[i], 1);
     }
     out->Advance(size);
   }
