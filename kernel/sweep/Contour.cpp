@@ -131,12 +131,10 @@ class ChunkOfFacets {
 
 }  // namespace
 
-CutMesh ContourModel(const DexelModel& model, const SurfaceMakers& makers,
-                     const std::function<void(double)>& watch) {
-  const SurfaceCells cells(model);
-  watch(0.1);
+CutMesh ContourModel(const DexelModel& model, const SurfaceCells& cells,
+                     const SurfaceMakers& makers, const std::function<void(double)>& watch) {
   CellVertices vertices(model, cells, makers);
-  vertices.Place([&](double share) { watch(0.1 + 0.6 * share); });
+  vertices.Place([&](double share) { watch(0.7 * share); });
   const std::size_t count = (cells.Count() + kChunk - 1) / kChunk;
   std::vector<std::vector<CutMesh::Facet>> chunks(count);
   RunTasks(

@@ -13,6 +13,12 @@ SurfaceCells::SurfaceCells(const DexelModel& model)
   MarkCells();
 }
 
+bool SurfaceCells::HasSurface(int i, int j, int k) const {
+  if (i < 0 || j < 0 || k < 0 || i >= m_columnsI || j >= m_columnsJ || k >= m_layers) return false;
+  const std::size_t word = Column(i, j) + static_cast<std::size_t>(k / 64);
+  return (m_active[word] >> (k % 64) & 1U) != 0;
+}
+
 std::size_t SurfaceCells::NumberOf(int i, int j, int k) const {
   const std::size_t word = Column(i, j) + static_cast<std::size_t>(k / 64);
   const std::uint64_t below = m_active[word] & ((std::uint64_t{1} << (k % 64)) - 1);

@@ -22,6 +22,8 @@ class SurfaceCells {
 
   std::size_t Count() const { return m_cells.size(); }
   const Cell& At(std::size_t number) const { return m_cells[number]; }
+  // Whether the surface runs through the cell; false beyond the lattice.
+  bool HasSurface(int i, int j, int k) const;
   // The number of a cell that the surface runs through.
   std::size_t NumberOf(int i, int j, int k) const;
   // Bit c: corner c is solid (see CellTopology.h).

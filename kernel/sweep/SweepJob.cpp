@@ -18,6 +18,8 @@
 #include "kernel/sweep/RemoveSlivers.h"
 #include "kernel/sweep/StockRaster.h"
 #include "kernel/sweep/SubtractMoves.h"
+#include "kernel/sweep/SurfaceCells.h"
+#include "kernel/sweep/UnseenFeatures.h"
 
 namespace kernel {
 namespace {
@@ -79,10 +81,23 @@ bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Report
   return removed;
 }
 
+void WarnOfUnseenFeatures(const DexelModel& model, const SurfaceCells& cells, double tolerance,
+                          Reporter& reporter) {
+  const std::size_t unseen = CountUnseenFeatures(model, cells, tolerance);
+  if (unseen == 0) return;
+  char text[160];
+  std::snprintf(text, sizeof text,
+                "walls or gaps thinner than the ray spacing of %g are left out (on %.0f rays)",
+                model.Lattice().Spacing(), static_cast<double>(unseen));
+  reporter.Warn(text);
+}
+
 CutMesh Contour(const StockMesh& stock, const PathMoves& moves, const DexelModel& model,
-                Reporter& reporter) {
+                double tolerance, Reporter& reporter) {
   reporter.BeginStage("Optimising surface", 60, 80);
-  CutMesh mesh = ContourModel(model, SurfaceMakers(stock, moves),
+  const SurfaceCells cells(model);
+  WarnOfUnseenFeatures(model, cells, tolerance, reporter);
+  CutMesh mesh = ContourModel(model, cells, SurfaceMakers(stock, moves),
                               [&](double share) { reporter.Advance(share, 1); });
   reporter.EndStage();
   return mesh;
@@ -118,7 +133,8 @@ CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& r
   DexelModel model(DexelLattice(stock.box, spacing.spacing), kSliver * stock.box.Diagonal());
   Rasterise(stock.mesh, model, reporter);
   if (!Subtract(moves, stock.box, model, reporter)) return UncutStock(stock.mesh);
-  return Merge(Contour(stock.mesh, moves, model, reporter), stock.box.Diagonal(), reporter);
+  return Merge(Contour(stock.mesh, moves, model, spacing.tolerance, reporter), stock.box.Diagonal(),
+               reporter);
 }
 
 }  // namespace

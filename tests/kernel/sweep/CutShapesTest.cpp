@@ -327,6 +327,25 @@ TEST(CutShapes, VerticesAtTheSamePlaceAreOne) {
   EXPECT_NEAR(support::Volume(run.mesh), kBlockVolume - 40 * 8 * 7, 1e-6);
 }
 
+TEST(CutShapes, WallThinnerThanTheRaySpacingIsReported) {
+  const double wall = 0.1;
+  const SweepResult run =
+      RunSweep(Block(), {PathOf(Flat(4), kTolerance, {{-10, 10, 13}, {50, 10, 13}}),
+                         PathOf(Flat(4), kTolerance, {{-10, 18 + wall, 13}, {50, 18 + wall, 13}})});
+  ExpectSound(run.mesh);
+  // The rays of this block and cutter are about 0.44 apart, none of them in the wall.
+  EXPECT_NEAR(support::Volume(run.mesh), kBlockVolume - 40 * (16 + wall) * 7, 1e-6);
+  ASSERT_EQ(run.dialog.warnings.size(), 1U);
+  EXPECT_NE(run.dialog.warnings[0].find("thinner than the ray spacing"), std::string::npos);
+}
+
+TEST(CutShapes, OrdinaryCutsGiveNoWarning) {
+  const SweepResult run =
+      RunSweep(Block(), {PathOf(Ball(4), kTolerance, {{-10, 11, 16}, {50, 11, 16}}),
+                         PathOf(Ball(4), kTolerance, {{-10, 14, 16}, {50, 14, 16}})});
+  EXPECT_TRUE(run.dialog.warnings.empty());
+}
+
 TEST(CutShapes, CoarseToleranceOfOnePathGivesWayToTheFinest) {
   const std::vector<Point> tips = {{-10, 14, 17}, {50, 16, 18}};
   const SweepResult coarse = RunSweep(Block(), {PathOf(Ball(4), 0.2, tips)});
