@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "formats/programs/GCodeError.h"
 
@@ -33,8 +34,9 @@ void DrillHole(const DrillCycle& cycle, const ArcPlane& plane, const ToolTip& fr
   move(at(hole, cycle.retract), Motion::kRapid);
   if (cycle.peck > 0) {
     const double pecks = std::ceil((cycle.retract - cycle.bottom) / cycle.peck);
-    for (double peck = 1; peck < pecks; ++peck) {
-      const double depth = cycle.retract - peck * cycle.peck;
+    const auto before = static_cast<std::int64_t>(pecks) - 1;  // the last one, to the bottom
+    for (std::int64_t peck = 1; peck <= before; ++peck) {
+      const double depth = cycle.retract - static_cast<double>(peck) * cycle.peck;
       move(at(hole, depth), Motion::kFeed);
       move(at(hole, cycle.retract), Motion::kRapid);
       move(at(hole, std::min(depth + cycle.pecking, cycle.retract)), Motion::kRapid);

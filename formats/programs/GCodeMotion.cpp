@@ -135,8 +135,8 @@ void GCodeInterpreter::MoveOnArc(const GCodeBlock& block, const ToolTip& target)
     position_ = target;
     return;
   }
-  const double chords = ChordsOf(arc, options_.arcTolerance);
-  if (!(chords <= kMostMovesOfALine)) {
+  const double wanted = ChordsOf(arc, options_.arcTolerance);
+  if (!(wanted <= kMostMovesOfALine)) {
     throw GCodeError("arc that would take more than a million chords", 0);
   }
   // An arc lies where its start is, so that its start counts as given.
@@ -145,13 +145,15 @@ void GCodeInterpreter::MoveOnArc(const GCodeBlock& block, const ToolTip& target)
     report_.AddPosition(arc.start);
     connected_ = true;
   }
-  for (double chord = 1; chord <= chords; ++chord) {
-    const ToolTip tip = chord < chords ? arc.At(chord / chords) : arc.end;
+  const auto chords = static_cast<std::int64_t>(wanted);
+  for (std::int64_t chord = 1; chord <= chords; ++chord) {
+    const double share = static_cast<double>(chord) / wanted;
+    const ToolTip tip = chord < chords ? arc.At(share) : arc.end;
     report_.AddPosition(tip);
     moves_.MoveTo(tip, Motion::kFeed);
   }
   ++report_.arcs;
-  report_.chords += static_cast<std::int64_t>(chords);
+  report_.chords += chords;
   report_.feedLength += arc.Length();
   position_ = target;
 }

@@ -36,7 +36,7 @@ fs::path MakeStaging(const fs::path& directory) {
   constexpr int kMostAttempts = 1000;
   std::error_code error;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-    const fs::path staging = directory / (".qzhost-new-job-" + std::to_string(attempt));
+    fs::path staging = directory / (".qzhost-new-job-" + std::to_string(attempt));
     if (fs::create_directory(staging, error)) return staging;
     if (error) break;
   }
