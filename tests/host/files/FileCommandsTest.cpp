@@ -1,0 +1,99 @@
+// The info and convert subcommands through the command line's parser.
+#include <CLI/CLI.hpp>
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+#include "formats/BinarySurface.h"
+#include "formats/FileBuilder.h"
+#include "formats/FileError.h"
+#include "host/qzhost/CommandError.h"
+#include "host/qzhost/commands/commands.h"
+
+namespace {
+
+using testing::HasSubstr;
+using Json = nlohmann::ordered_json;
+
+class FileCommands : public testing::Test {
+ protected:
+  FileCommands() {
+    formats::WriteBinarySurface(directory_ / "a.iff",
+                                {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{{0, 1, 2}, 7}}});
+  }
+
+  // What the run prints; its exit code goes into exitCode_.
+  std::string Run(const std::vector<std::string>& arguments) {
+    CLI::App app;
+    app.require_subcommand(1);
+    host::AddInfoCommand(app, options_);
+    host::AddConvertCommand(app, options_);
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    testing::internal::CaptureStdout();
+    try {
+      exitCode_ = options_.run();
+    } catch (...) {
+      testing::internal::GetCapturedStdout();
+      throw;
+    }
+    return testing::internal::GetCapturedStdout();
+  }
+
+  ScratchDirectory directory_;
+  host::Options options_;
+  int exitCode_ = -1;
+};
+
+TEST_F(FileCommands, InfoSaysTheUnitsAndTheFile) {
+  options_.units = host::Units::kInches;
+  const std::string text = Run({"info", directory_ / "a.iff"});
+  EXPECT_EQ(exitCode_, host::kSuccess);
+  EXPECT_THAT(text, HasSubstr("units  inch\n"));
+  EXPECT_THAT(text, HasSubstr("  facets 1, vertices 3\n"));
+  EXPECT_THAT(text, HasSubstr("area 0.5 inch^2\n"));
+}
+
+TEST_F(FileCommands, InfoPutsOneObjectOnStandardOutputForMachines) {
+  options_.json = true;
+  const Json object = Json::parse(Run({"info", directory_ / "a.iff"}));
+  EXPECT_EQ(object["command"], "info");
+  EXPECT_EQ(object["files"][0]["facets"], 1);
+}
+
+TEST_F(FileCommands, InfoRefusesAFileThatIsNoneOfAJobs) {
+  WriteContent(directory_ / "x.md", "hello\n");
+  EXPECT_THROW(Run({"info", directory_ / "x.md"}), host::CommandError);
+  EXPECT_THROW(Run({"info", directory_ / "none"}), formats::FileError);
+}
+
+TEST_F(FileCommands, InfoOnAJobEndsBadlyWhenAFileThatTakesPartCannotBeRead) {
+  WriteContent(directory_ / "TmpPathInfo0.tmp", "short");
+  options_.json = true;
+  const Json object = Json::parse(Run({"info", directory_ / "."}));
+  EXPECT_EQ(exitCode_, host::kBadInput);
+  EXPECT_EQ(object["exit_code"], 2);
+  EXPECT_EQ(object["files"].size(), 2U);
+}
+
+TEST_F(FileCommands, InfoOnAJobForgivesUnreadableFilesThatTakeNoPart) {
+  WriteContent(directory_ / "TmpPathInfo5.tmp", "short");
+  EXPECT_THAT(Run({"info", directory_ / "."}),
+              HasSubstr("STALE: takes no part: there is no TmpPathInfo0.tmp"));
+  EXPECT_EQ(exitCode_, host::kSuccess);
+}
+
+TEST_F(FileCommands, ConvertTakesEncodingAndColour) {
+  Run({"convert", directory_ / "a.iff", directory_ / "b.stl", "--ascii"});
+  EXPECT_EQ(exitCode_, host::kSuccess);
+  EXPECT_EQ(ReadContent(directory_ / "b.stl").substr(0, 11), "solid mesh\n");
+  Run({"convert", directory_ / "b.stl", directory_ / "c.iff", "--color", "9"});
+  EXPECT_EQ(formats::ReadBinarySurface(directory_ / "c.iff").facets.at(0).colour, 9);
+}
+
+TEST_F(FileCommands, ConvertRefusesColoursThatAreNone) {
+  EXPECT_THROW(Run({"convert", directory_ / "a.iff", directory_ / "b.stl", "--colour", "256"}),
+               CLI::ParseError);
+  EXPECT_THROW(Run({"convert", directory_ / "a.iff", directory_ / "b.stl", "--ascii", "--binary"}),
+               CLI::ParseError);
+}
+
+}  // namespace
