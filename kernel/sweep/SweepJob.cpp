@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "formats/InterchangeFile.h"
 #include "kernel/common/FatalError.h"
+#include "kernel/common/RunAside.h"
 #include "kernel/common/Workers.h"
 #include "kernel/sweep/Contour.h"
 #include "kernel/sweep/MergeFlat.h"
@@ -29,11 +32,23 @@ constexpr double kSliver = 1e-11;           // of the stock's diagonal
 constexpr double kFlatness = 1e-11;         // of the stock's diagonal
 constexpr double kLeastHeight = 1e-9;       // of the stock's diagonal
 
+using Tell = std::function<void(double)>;
+
 PathMoves ReadMoves(const std::string& pathFile, Reporter& reporter) {
   reporter.BeginStage("Reading toolpaths", 0, 2);
-  PathMoves moves(formats::ReadInterchangeFile(pathFile));
+  std::optional<PathMoves> moves;
+  RunAside(reporter, [&](const Tell&) { moves.emplace(formats::ReadInterchangeFile(pathFile)); });
   reporter.EndStage();
-  return moves;
+  return std::move(*moves);
+}
+
+PreparedStock ReadStock(const StockMesh& given, Reporter& reporter) {
+  reporter.BeginStage("Preparing stock", 2, 5);
+  PreparedStock stock;
+  RunAside(reporter, [&](const Tell&) { stock = PrepareStock(given); });
+  reporter.EndStage();
+  if (stock.turned) reporter.Warn("the stock's facets faced inwards and have been turned");
+  return stock;
 }
 
 double SweepTolerance(const PathMoves& moves, const Box3& box) {
@@ -67,7 +82,7 @@ RaySpacing SpacingOf(const PathMoves& moves, const Box3& box, Reporter& reporter
 }
 
 void Rasterise(const StockMesh& stock, DexelModel& model, Reporter& reporter) {
-  reporter.BeginStage("Initialising stock", 2, 8);
+  reporter.BeginStage("Initialising stock", 5, 8);
   RunTasks(
       3, [&](std::size_t axis) { RasteriseStock(stock, static_cast<int>(axis), model); },
       [&](std::size_t done) { reporter.Advance(static_cast<double>(done), 3); });
@@ -81,23 +96,25 @@ bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Report
   return removed;
 }
 
-void WarnOfUnseenFeatures(const DexelModel& model, const SurfaceCells& cells, double tolerance,
-                          Reporter& reporter) {
-  const std::size_t unseen = CountUnseenFeatures(model, cells, tolerance);
-  if (unseen == 0) return;
+void WarnOfUnseenFeatures(std::size_t rays, double spacing, Reporter& reporter) {
   char text[160];
   std::snprintf(text, sizeof text,
                 "walls or gaps thinner than the ray spacing of %g are left out (on %.0f rays)",
-                model.Lattice().Spacing(), static_cast<double>(unseen));
+                spacing, static_cast<double>(rays));
   reporter.Warn(text);
 }
 
 CutMesh Contour(const StockMesh& stock, const PathMoves& moves, const DexelModel& model,
                 double tolerance, Reporter& reporter) {
   reporter.BeginStage("Optimising surface", 60, 80);
-  const SurfaceCells cells(model);
-  WarnOfUnseenFeatures(model, cells, tolerance, reporter);
-  CutMesh mesh = ContourModel(model, cells, SurfaceMakers(stock, moves),
+  std::optional<SurfaceCells> cells;
+  std::size_t unseen = 0;
+  RunAside(reporter, [&](const Tell&) {
+    cells.emplace(model);
+    unseen = CountUnseenFeatures(model, *cells, tolerance);
+  });
+  if (unseen > 0) WarnOfUnseenFeatures(unseen, model.Lattice().Spacing(), reporter);
+  CutMesh mesh = ContourModel(model, *cells, SurfaceMakers(stock, moves),
                               [&](double share) { reporter.Advance(share, 1); });
   reporter.EndStage();
   return mesh;
@@ -105,15 +122,20 @@ CutMesh Contour(const StockMesh& stock, const PathMoves& moves, const DexelModel
 
 CutMesh Merge(CutMesh contour, double diagonal, Reporter& reporter) {
   reporter.BeginStage("Cleaning surface", 80, 95);
-  HalfEdgeMesh mesh(std::move(contour));
   const double least = kLeastHeight * diagonal;
-  const std::size_t slivers = RemoveSlivers(mesh, least);
-  MergeFlat(mesh, kFlatness * diagonal, least, [&](double share) { reporter.Advance(share, 1); });
+  std::size_t slivers = 0;
+  CutMesh merged;
+  RunAside(reporter, [&](const Tell& tell) {
+    HalfEdgeMesh mesh(std::move(contour));
+    slivers = RemoveSlivers(mesh, least);
+    MergeFlat(mesh, kFlatness * diagonal, least, tell);
+    merged = mesh.Release();
+  });
   if (slivers > 0) {
     reporter.Warn(std::to_string(slivers) + " facets without area could not be removed");
   }
   reporter.EndStage();
-  return mesh.Release();
+  return merged;
 }
 
 CutMesh UncutStock(const StockMesh& stock) {
@@ -142,8 +164,7 @@ CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& r
 void SweepStock(const StockMesh& given, const std::string& pathFile, SurfaceTransfer& output,
                 Reporter& reporter) {
   const PathMoves moves = ReadMoves(pathFile, reporter);
-  const PreparedStock stock = PrepareStock(given);
-  if (stock.turned) reporter.Warn("the stock's facets faced inwards and have been turned");
+  const PreparedStock stock = ReadStock(given, reporter);
   const CutMesh mesh = CutStock(stock, moves, reporter);
   if (mesh.facets.empty()) reporter.Warn("the toolpaths remove the whole stock");
   reporter.BeginStage("Writing result", 95, 100);

@@ -31,9 +31,9 @@ TEST(SweepCallbacks, StagesBeginWithTextsThatADialogKnows) {
     if (call.rfind("progress ", 0) != 0) continue;
     if (stages.empty() || stages.back() != call) stages.push_back(call);
   }
-  const std::vector<std::string> starts = {"progress Reading",  "progress Initialising",
-                                           "progress Sweeping", "progress Optimising",
-                                           "progress Cleaning", "progress Writing"};
+  const std::vector<std::string> starts = {
+      "progress Reading",    "progress Preparing", "progress Initialising", "progress Sweeping",
+      "progress Optimising", "progress Cleaning",  "progress Writing"};
   ASSERT_EQ(stages.size(), starts.size());
   for (std::size_t i = 0; i < starts.size(); ++i) {
     EXPECT_EQ(stages[i].substr(0, starts[i].size()), starts[i]);
