@@ -111,14 +111,15 @@ NewJobResult MakeJob(const NewJobSettings& settings) {
   const auto tools = formats::ReadToolTable(settings.tools, settings.metric);
   StagedJob job(settings.directory);
   job.WriteStock(result.stock);
-  formats::ProgramPaths paths(tools, PathSettingsOf(settings), [&](formats::ProgramPath path) {
-    if (const std::string reason = WhyPathCannotBeCut(path.record); !reason.empty()) {
-      throw formats::FileError(settings.tools + ": tool " + std::to_string(path.tool) + " " +
-                               reason);
-    }
-    job.AddPath(path);
-    result.paths.push_back(Describe(path, tools));
-  });
+  formats::ProgramPaths paths(
+      tools, PathSettingsOf(settings), [&](const formats::ProgramPath& path) {
+        if (const std::string reason = WhyPathCannotBeCut(path.record); !reason.empty()) {
+          throw formats::FileError(settings.tools + ": tool " + std::to_string(path.tool) + " " +
+                                   reason);
+        }
+        job.AddPath(path);
+        result.paths.push_back(Describe(path, tools));
+      });
   result.program = formats::RunGCodeFile(settings.program, options, paths);
   paths.Finish();
   if (result.paths.empty()) {
