@@ -1,5 +1,7 @@
 #include "stock/SurfaceXferQZ.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -112,8 +114,9 @@ struct SurfaceXferQZ::TriangleBlock {
 
 SurfaceXferQZ::SurfaceXferQZ(const char* fileName)
     : m_vertices(nullptr), m_triangles(nullptr), m_vertexCount(0), m_triangleCount(0) {
-  std::strncpy(m_fileName, fileName, sizeof m_fileName - 1);
-  m_fileName[sizeof m_fileName - 1] = '\0';
+  const std::size_t length = std::min(std::strlen(fileName), sizeof m_fileName - 1);
+  std::memcpy(m_fileName, fileName, length);
+  m_fileName[length] = '\0';
   m_stream = m_fopen(kSourceUnit, __LINE__, m_fileName, "wb");
   if (m_stream == nullptr) return;
   if (std::fwrite(kHeader, 1, kHeaderSize, m_stream) != kHeaderSize) {
