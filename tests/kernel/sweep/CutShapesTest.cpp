@@ -346,6 +346,22 @@ TEST(CutShapes, OrdinaryCutsGiveNoWarning) {
   EXPECT_TRUE(run.dialog.warnings.empty());
 }
 
+TEST(CutShapes, MovedJobGivesTheMovedResult) {
+  const Point by = {1000.25, -300.5, 77.125};
+  formats::Mesh moved = Block();
+  for (auto& vertex : moved.vertices) vertex = support::Plus(vertex, by);
+  formats::PathRecord path =
+      PathOf(BullNose(4, 1.5), kTolerance, {{10, 10, 12}, {30, 12, 14}, {28, 21, 13}});
+  const SweepResult here = RunSweep(Block(), {path});
+  path.origin = by;
+  const SweepResult there = RunSweep(moved, {path});
+  ExpectSound(there.mesh);
+  EXPECT_NEAR(support::Volume(there.mesh), support::Volume(here.mesh), 1e-6);
+  std::vector<Point> points;
+  for (const auto& vertex : there.mesh.vertices) points.push_back(support::Minus(vertex, by));
+  EXPECT_LE(support::FarthestFromMesh(points, here.mesh), kTolerance + 1e-9 * kDiagonal);
+}
+
 TEST(CutShapes, CoarseToleranceOfOnePathGivesWayToTheFinest) {
   const std::vector<Point> tips = {{-10, 14, 17}, {50, 16, 18}};
   const SweepResult coarse = RunSweep(Block(), {PathOf(Ball(4), 0.2, tips)});
