@@ -1,5 +1,9 @@
 #pragma once
 
-// The raw entry hook of an MFC extension library; to be included by one source of the library only.
+// MFC's own part of the entry, which runs before DllMain. It defines functions and objects, so that
+// one source of a module includes it, and builds on the class library's other headers.
 
+// clang-format off: the order matters.
+#include "MfcApi.h"
 #include <afxdllx.h>
+// clang-format on
