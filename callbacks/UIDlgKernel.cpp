@@ -97,8 +97,8 @@ void UIDlgKernel::UpdateProgress(const char* message) {
 }
 
 void UIDlgKernel::SetProgress(int count) {
-  // Whole totals only: 0 until the count reaches the total, then 100, 200 at twice the total. The
-  // host's display counts on the single jump.
+  // Whole totals only: 0 until the count reaches the total, then 100, 200 when it is twice that.
+  // The host's display counts on the single jump.
   long long percentage = 0;
   if (m_progressTotal >= 1) percentage = static_cast<long long>(count / m_progressTotal) * 100;
   NotifyHost(m_progressText, static_cast<int>(percentage));

@@ -4,8 +4,8 @@
 #include "platform/HostProgress.h"
 
 /// The callback object of the stock operations: shows the kernel's progress through the host's
-/// progress object, keeps a record of every kernel error and warning, and turns the user's stop or
-/// a fatal error into a UIExceptionKernel, at most once in its life.
+/// progress object, writes down what the kernel complains of, and turns the user's stop or a fatal
+/// error into a UIExceptionKernel, at most once in its life.
 ///
 /// The record is "ErrorCapture.txt" in the working directory; it only ever grows, and after each
 /// entry a copy of it goes where the job's diagnostic copies go.

@@ -8,8 +8,8 @@
 namespace formats {
 
 // The toolpath interchange file ("BinaryPaths.tmp"), the paths in file order. No path at all is
-// valid; bytes after the last path are not looked at; doubles are passed on as they stand, NaN
-// included. Throws FileError on anything else that is not as the format says.
+// valid; what follows the last one is ignored; doubles are passed on as they stand, NaN included.
+// Throws FileError on anything else that is not as the format says.
 std::vector<PathRecord> ReadInterchangeFile(const std::string& path);
 
 // Throws FileError, also for a record that the format cannot hold: a path type other than 1 and 2,

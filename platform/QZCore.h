@@ -43,7 +43,7 @@ QZCORE_API FILE* m_fopen_hl(const char* sourceUnit, int line, const char* direct
 
 QZCORE_API void m_fclose(const char* sourceUnit, int line, FILE* stream);
 
-/// Clear the host's prompt line and its text area.
+/// Empty the line where the host prompts and the area where it writes text.
 QZCORE_API void clearprompt();
 QZCORE_API void cleartext();
 

@@ -5,7 +5,7 @@
 /// It has no virtual destructor, and must not get one: that would shift the slots. An owner
 /// destroys a channel through its own type.
 struct SurfaceTransfer {
-  /// Forgets all vertices and triangles received so far. Returns 0.
+  /// A new mesh begins; what came before is forgotten. Returns 0.
   virtual int Reset() = 0;
   /// `xyz`: three doubles. Returns the vertex's handle, null when there is no memory for it.
   virtual void* AddVertex(const double* xyz) = 0;

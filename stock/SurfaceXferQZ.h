@@ -3,7 +3,7 @@
 #include "platform/SystemTypes.h"
 #include "stock/SurfaceTransfer.h"
 
-/// The channel that collects a mesh and writes it to a binary surface file when it is closed.
+/// A channel whose mesh ends up in a binary surface file: it is held in memory until Close.
 /// Records are kept in blocks linked newest first and never move; the file lists them in that
 /// order, newest block first, so a mesh of more than 500 records changes its order.
 class SurfaceXferQZ final : public SurfaceTransfer {

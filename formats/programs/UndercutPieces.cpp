@@ -113,8 +113,8 @@ CustomTool UndercutPieces(const UndercutTool& tool) {
   if (!(std::isfinite(tool.armHeight) && tool.armHeight >= 0)) {
     throw std::invalid_argument("armHeight is not a length");
   }
-  // Above the last piece its end radius goes on for ever, so that an arm which ends, or is not
-  // there, ends in a cylinder of no width.
+  // A tool has no top: its last radius is taken to go on. An arm which ends, or is not there,
+  // therefore ends in a cylinder of no width.
   const auto line = [&pieces](double height, double radius) {
     const auto index = static_cast<std::int32_t>(pieces.arcs.size() + pieces.lines.size());
     pieces.lines.push_back({index, height, 0, radius, false});

@@ -5,11 +5,11 @@
 namespace formats {
 
 // The undercut tool as a profile of pieces: per-path files of undercut tools lose their tool on the
-// way into the interchange file, so that such tools travel as custom ones. From the tip up: the
-// regular profile up to its widest height (its taper height, or the top of its corner arc when that
-// is 0), the flip profile upside down, the arm up to its height. A profile that is not used is a
-// flat disc. Upper bevels are left out: nothing of the head lies above the widest height. Throws
-// std::invalid_argument with one line for a tool that has no such profile.
+// way into the interchange file, so that such tools travel as custom ones. The head's lower half is
+// the regular profile, its upper half the flip profile upside down, each cut where it is widest: at
+// its taper height or, without one, where its corner arc ends. The arm follows, up to its height.
+// In place of a half that is not in use the head is flat. Upper bevels lie above the cut and are
+// left out. Throws std::invalid_argument with one line for a tool that has no such profile.
 CustomTool UndercutPieces(const UndercutTool& tool);
 
 }  // namespace formats

@@ -23,8 +23,8 @@ struct SweepPath {
 class PathMoves {
  public:
   // Takes over the paths in order. Throws FatalError, naming path, cut and position (counted from
-  // 1), for what cannot be swept: numbers that are not finite, a matrix that is no rotation within
-  // 1e-6, negative tolerances, a tool that is no solid, and 5-axis motion, undercut and custom
+  // 1), for what cannot be swept: numbers that are not finite, a matrix further than 1e-6 from a
+  // rotation, negative tolerances, a tool that is no solid, and 5-axis motion, undercut and custom
   // tools, which are not supported yet.
   explicit PathMoves(const std::vector<formats::PathRecord>& records);
 
