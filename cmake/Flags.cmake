@@ -4,6 +4,8 @@ target_compile_features(qz_flags INTERFACE cxx_std_20)
 
 if(MSVC)
   target_compile_options(qz_flags INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
+  # The standard library's own names are what both builds have; their "_s" variants are not.
+  target_compile_definitions(qz_flags INTERFACE _CRT_SECURE_NO_WARNINGS)
 else()
   # The binary contract's interfaces have no virtual destructor, on purpose; hence no
   # -Wnon-virtual-dtor. No contraction: same input, same bytes on every machine.
@@ -26,7 +28,8 @@ if(QZ_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 if(MINGW)
-  # The modules of one build share one C++ run time; exceptions cross them.
+  # An exception of the add-in's callbacks unwinds through the kernel's module: both must have the
+  # same run time.
   add_link_options(-shared-libgcc)
   add_compile_options(-Wa,-mbig-obj)
   add_link_options(LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va)
