@@ -1,6 +1,6 @@
-// kernel_sweep_bench [--deviation] [A] [B] [C]: sweeps the named inputs (all by default), five times
-// each, and prints for each: the best time, the process's peak memory so far, facets, volume and
-// its error; with --deviation (slow) also how far the cut surface and the exact one are apart.
+// kernel_sweep_bench [--deviation] [A] [B] [C]: sweeps the named inputs (all by default), five
+// times each, and prints for each: the best time, the process's peak memory so far, facets, volume
+// and its error; with --deviation (slow) also how far the cut surface and the exact one are apart.
 
 #include <algorithm>
 #include <chrono>
