@@ -2,8 +2,10 @@
 
 #include "MfcApi.h"
 
-/// The process's current directory is `directory` for the life of this object and then again what
-/// it was before. Neither switch is checked: a run goes on in whatever directory is current.
+/// Makes `directory` the process's current one while this object lives and puts the one before it
+/// back at the end. Nothing is reported when a switch fails: the job is done from where it is then.
+/// One directory cannot be put back: a current directory whose path has 256 characters or more is
+/// not remembered, and the process then stays in `directory`.
 class CurrentDirectoryScope {
  public:
   explicit CurrentDirectoryScope(const CString& directory);

@@ -126,13 +126,19 @@ bool PlayVertices(BlockReader* in, const Counts& counts, const Selection& select
   return true;
 }
 
+// A handle may be null: what becomes of a vertex for which it had no memory is the channel's
+// affair.
+void PlayOne(const Triangle& triangle, SurfaceTransfer* channel, void** handles) {
+  channel->AddTriangle(handles[triangle.a], handles[triangle.b], handles[triangle.c],
+                       triangle.colour);
+}
+
 // Once for every entry that matches: a colour listed twice passes the triangle twice.
 void PlayMatching(const Triangle& triangle, const Selection& selection, SurfaceTransfer* channel,
                   void** handles) {
   for (short i = 0; i < selection.colourCount; ++i) {
     if (selection.colours[i] != static_cast<unsigned char>(triangle.colour)) continue;
-    channel->AddTriangle(handles[triangle.a], handles[triangle.b], handles[triangle.c],
-                         triangle.colour);
+    PlayOne(triangle, channel, handles);
   }
 }
 
@@ -141,16 +147,11 @@ bool PlayTriangles(BlockReader* in, const Counts& counts, const Selection& selec
   return ForEachTriangle(in, counts, [&](const Triangle& triangle) {
     if (!selection.All() && !selection.ByColour()) return true;
     if (!Exists(triangle, counts)) return false;
-    void* const a = handles[triangle.a];
-    void* const b = handles[triangle.b];
-    void* const c = handles[triangle.c];
-    if (selection.All()) {
-      channel->AddTriangle(a, b, c, triangle.colour);
-      return true;
+    if (selection.ByColour()) {
+      PlayMatching(triangle, selection, channel, handles);
+    } else {
+      PlayOne(triangle, channel, handles);
     }
-    // Not marked in the first pass, or no memory for it: not in the channel.
-    if (a == nullptr || b == nullptr || c == nullptr) return false;
-    PlayMatching(triangle, selection, channel, handles);
     return true;
   });
 }

@@ -120,6 +120,7 @@ SurfaceXferQZ::SurfaceXferQZ(const char* fileName)
   m_stream = m_fopen(kSourceUnit, __LINE__, m_fileName, "wb");
   if (m_stream == nullptr) return;
   if (std::fwrite(kHeader, 1, kHeaderSize, m_stream) != kHeaderSize) {
+    // Without a stream Close takes the file for one that could not be created, and removes it.
     m_fclose(kSourceUnit, __LINE__, m_stream);
     m_stream = nullptr;
   }

@@ -93,10 +93,13 @@ bool CopyPositions(std::size_t doubles, BlockReader* in, BlockWriter* out, std::
   return out->Write(last, size);
 }
 
+// Afterwards the stream stands where it stood before. The way back is remembered rather than asked
+// for with fseek, which some libraries refuse in files beyond 2 or 4 GiB.
 bool WriteCountAt(std::fpos_t place, std::uint32_t count, FILE* stream) {
-  return std::fsetpos(stream, &place) == 0 &&
+  std::fpos_t end;
+  return std::fgetpos(stream, &end) == 0 && std::fsetpos(stream, &place) == 0 &&
          std::fwrite(&count, 1, sizeof count, stream) == sizeof count &&
-         std::fseek(stream, 0, SEEK_END) == 0;
+         std::fsetpos(stream, &end) == 0;
 }
 
 // Always one cut. Its number of positions is known only at the end of the input; until then a 0

@@ -113,18 +113,25 @@ TEST_F(LoadBinarySurfaceFailureTest, VertexNumbersOutsideTheFileAreRejected) {
   EXPECT_THAT(host.OpenStreams(), IsEmpty());
 }
 
-TEST_F(LoadBinarySurfaceFailureTest, Mode1RejectsATriangleWhoseVertexTheChannelCouldNotTake) {
+TEST_F(LoadBinarySurfaceFailureTest, TheHandleThatTheChannelGaveIsPassedOnEvenWhenItIsNull) {
   support::TestHost host;
-  channel.nullVertexFrom = 4;
-  EXPECT_FALSE(Load(support::BinarySurfaceBytes(support::Cube(10, 7)), 1));
-  EXPECT_EQ(channel.calls, "RVVVVVVVV");
+  for (const short mode : {short{0}, short{1}}) {
+    channel = {};
+    channel.nullVertexFrom = 4;
+    EXPECT_TRUE(Load(support::BinarySurfaceBytes(support::Cube(10, 7)), mode)) << mode;
+    EXPECT_EQ(channel.calls, "R" + std::string(8, 'V') + std::string(12, 'T') + "C") << mode;
+    EXPECT_EQ(channel.mesh.facets[0].numbers, (std::array<std::int32_t, 3>{1, 3, 0})) << mode;
+  }
 }
 
-TEST_F(LoadBinarySurfaceFailureTest, Mode0PassesOnTheHandleThatTheChannelGave) {
+TEST_F(LoadBinarySurfaceFailureTest, Mode1LooksAtNoHandleOfATriangleThatItDoesNotPass) {
   support::TestHost host;
-  channel.nullVertexFrom = 4;
-  EXPECT_TRUE(Load(support::BinarySurfaceBytes(support::Cube(10, 7))));
-  EXPECT_EQ(channel.mesh.facets[0].numbers, (std::array<std::int32_t, 3>{1, 3, 0}));
+  for (const std::vector<unsigned char>& colours : {std::vector<unsigned char>{}, {8}}) {
+    channel = {};
+    channel.nullVertexFrom = 1;
+    EXPECT_TRUE(Load(support::BinarySurfaceBytes(support::Cube(10, 7)), 1, colours));
+    EXPECT_EQ(channel.calls, "RVVVVVVVVC");
+  }
 }
 
 // Counts that the file does not live up to cost neither time nor memory.
