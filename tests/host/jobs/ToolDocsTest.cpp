@@ -37,7 +37,8 @@ TEST(ToolDocs, TheWorkedExampleComesOutAsThePageSays) {
 }
 
 TEST(ToolDocs, TheLollipopComesOutAsThePageSays) {
-  const auto& tool = std::get<formats::CustomTool>(TableInDocs().at(9).tool);
+  const auto table = TableInDocs();
+  const auto& tool = std::get<formats::CustomTool>(table.at(9).tool);
   ASSERT_EQ(tool.arcs.size(), 2U);
   EXPECT_EQ(tool.arcs[0].radius, 5);
   EXPECT_TRUE(tool.arcs[1].flip);
