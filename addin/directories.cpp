@@ -47,16 +47,12 @@ bool EndsWithBackslash(const CString& text) {
 }  // namespace
 
 bool GetStockDataDirectory(CString& directory) {
-  char path[kRegistryTextSize] = "";
-  get_REG_KEY(path);
-  const std::size_t hostKeyLength = std::strlen(path);
-  std::snprintf(path + hostKeyLength, sizeof path - hostKeyLength, "%s",
-                "\\Configurations\\Variables\\Toolpaths");
-
-  const OpenRegistryKey key(path);
+  // Both buffers have a byte more than the host knows of: a text that fills them still ends.
+  char hostKey[kRegistryTextSize + 1] = "";
+  get_REG_KEY(hostKey);
+  const OpenRegistryKey key(CString(hostKey) + "\\Configurations\\Variables\\Toolpaths");
   if (!key) return false;
 
-  // One byte more than the host is told of: a text that fills it all still ends.
   char value[kRegistryTextSize + 1] = "";
   unsigned long size = kRegistryTextSize;
   if (GetStringValue(key.Get(), "Enable Stock Model Data Directory", value, &size) == 0) {

@@ -77,6 +77,16 @@ TEST_F(DirectoriesTest, LongestTextOfTheRegistryIsTakenWhole) {
   EXPECT_EQ(directory.GetLength(), 259);
 }
 
+TEST_F(DirectoriesTest, HostKeyThatFillsItsBufferIsStillFollowedByTheSubKey) {
+  host.registryKey = std::string(260, 'k');
+  host.stockDataDirectory = "D:\\Keep";
+  CString directory;
+  EXPECT_TRUE(GetStockDataDirectory(directory));
+  EXPECT_THAT(
+      host.events.Only({"RegOpen"}),
+      ElementsAre("RegOpen " + host.registryKey + "\\Configurations\\Variables\\Toolpaths 131097"));
+}
+
 TEST_F(DirectoriesTest, StockDataDirectoryGetsItsTrailingBackslash) {
   host.stockDataDirectory = "D:\\Keep";
   EXPECT_STREQ(StockDataDirectoryFor("C:\\Jobs\\Part7\\"), "D:\\Keep\\");

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "addin/exports.h"
+#include "support/NothrowBlocks.h"
 #include "support/SweepJobTest.h"
 
 namespace {
@@ -74,6 +75,26 @@ TEST_F(ExportsTest, ExceptionThatIsNotTheKernelsPassesWithTheFlagFalse) {
   kernel.At("Run", support::ScriptedKernel::Foreign());
   EXPECT_THROW(Sweep(), std::runtime_error);
   EXPECT_FALSE(succeeded);
+}
+
+TEST_F(ExportsTest, CallbackObjectIsFreedOnEveryWayOut) {
+  // While the kernel is being made there are two blocks: the callback object and the kernel's own.
+  std::size_t during = 0;
+  const auto count = [&](UIDialog&) { during = support::LivingBlocks(); };
+  kernel.At("IFSweep()", count);
+  Sweep();
+  EXPECT_TRUE(succeeded);
+  EXPECT_EQ(during, 2u);
+  EXPECT_EQ(support::LivingBlocks(), 0u);
+
+  kernel.At("Run", support::ScriptedKernel::Fatal("no way on"));
+  Sweep();
+  EXPECT_FALSE(succeeded);
+  EXPECT_EQ(support::LivingBlocks(), 0u);
+
+  kernel.At("Run", support::ScriptedKernel::Foreign());
+  EXPECT_THROW(Sweep(), std::runtime_error);
+  EXPECT_EQ(support::LivingBlocks(), 0u);
 }
 
 }  // namespace

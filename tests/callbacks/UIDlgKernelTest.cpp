@@ -145,6 +145,20 @@ TEST_F(UIDlgKernelTest, NullMessagesAreNoProblemInAnyOperation) {
   EXPECT_EQ(host.events.Only({"LoadMessage 2"}).size(), 5u);
 }
 
+// The caption is all that can be seen of these texts: it lies behind the table pointer, the flag
+// and the host.
+TEST_F(UIDlgKernelTest, NullMessageOfAProgressRunIsCaptionedWithTheOperationsName) {
+  const auto caption = [this] {
+    const char* text = nullptr;
+    std::memcpy(&text, reinterpret_cast<const char*>(&callbacks) + 24, sizeof text);
+    return std::string(text);
+  };
+  dialog.CreateProgress(nullptr, 5);
+  EXPECT_EQ(caption(), "Kernvale CreateProgress message is null");
+  dialog.ResetWait(nullptr, 5);
+  EXPECT_EQ(caption(), "Kernvale ResetWait message is null");
+}
+
 TEST_F(UIDlgKernelTest, CancelThrowsFromEveryReport) {
   const std::vector<std::function<void(UIDialog&)>> reports = {
       [](UIDialog& d) { d.CreateWait("Sweeping"); },

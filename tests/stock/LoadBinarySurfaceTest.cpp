@@ -1,5 +1,6 @@
 // What a well-formed file plays into a channel, mode by mode.
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -129,6 +130,42 @@ TEST_F(LoadBinarySurfaceTest, ASmallFileComesBackByteForByteFromTheWritingChanne
     EXPECT_TRUE(LoadBinarySurface(Name().c_str(), &writer, 0, 0, nullptr));
   }
   EXPECT_EQ(support::ReadWholeFile(directory.Path() / "copy.tmp"), bytes);
+}
+
+// What a mesh is without the order and numbers of its records: each facet by its corners' places.
+std::vector<std::string> Geometry(const support::Surface& mesh) {
+  std::vector<std::string> facets;
+  for (const auto& facet : mesh.facets) {
+    support::FileBuilder corners;
+    for (const std::int32_t number : facet.numbers) {
+      for (const double x : mesh.vertices.at(static_cast<std::size_t>(number) - 1)) {
+        corners.Double(x);
+      }
+    }
+    facets.push_back(corners.Uint8(facet.colour).Bytes());
+  }
+  std::sort(facets.begin(), facets.end());
+  return facets;
+}
+
+TEST_F(LoadBinarySurfaceTest, ALargeFileComesBackWithTheSameGeometryInTheBlocksOrder) {
+  support::Surface mesh;
+  for (int i = 0; i < 1201; ++i) mesh.vertices.push_back({i + 0.5, -i * 1.0, i / 7.0});
+  for (int i = 0; i < 1702; ++i) {
+    mesh.facets.push_back(
+        {{i % 1201 + 1, (i * 7) % 1201 + 1, 1201 - i % 1201}, static_cast<unsigned char>(i % 256)});
+  }
+  const std::string bytes = support::BinarySurfaceBytes(mesh);
+  support::WriteWholeFile(directory.Path() / "mesh.tmp", bytes);
+  const std::string copy = support::AddinSpelling(directory.Path()) + "copy.tmp";
+  {
+    SurfaceXferQZ writer(copy.c_str());
+    EXPECT_TRUE(LoadBinarySurface(Name().c_str(), &writer, 0, 0, nullptr));
+  }
+  EXPECT_TRUE(LoadBinarySurface(copy.c_str(), &channel, 0, 0, nullptr));
+  EXPECT_EQ(Geometry(channel.mesh), Geometry(mesh));
+  EXPECT_NE(support::ReadWholeFile(directory.Path() / "copy.tmp"), bytes);
+  EXPECT_EQ(channel.mesh.vertices.front(), mesh.vertices[1000]);
 }
 
 }  // namespace

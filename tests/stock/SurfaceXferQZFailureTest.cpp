@@ -72,6 +72,17 @@ TEST_F(SurfaceXferQZFailureTest, EveryFailingWriteDeletesTheFile) {
   }
 }
 
+TEST_F(SurfaceXferQZFailureTest, DataThatTheStreamCannotPassOnDeletesTheFile) {
+  support::TestHost host;
+  host.faults.FailFrom("fflush", 1);
+  SurfaceXferQZ channel(Name().c_str());
+  Fill(&channel, 3);
+  channel.Close();
+  EXPECT_EQ(host.faults.Calls("fflush"), 1);
+  EXPECT_THAT(support::NamesIn(directory.Path()), IsEmpty());
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+}
+
 TEST_F(SurfaceXferQZFailureTest, FullDiskDeletesTheFile) {
   constexpr std::uint64_t kWhole = 22 + 600 * 37;
   for (const std::uint64_t room :

@@ -1,13 +1,14 @@
 // The file that the channel writes, byte for byte.
 
 #include <array>
+#include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
 
 #include "stock/SurfaceXferQZ.h"
 #include "support/FileBuilder.h"
-#include "support/JobFiles.h"
+#include "support/NothrowBlocks.h"
 #include "support/TempDirectory.h"
 #include "support/TestHost.h"
 
@@ -163,6 +164,25 @@ TEST_F(SurfaceXferQZTest, MeshOfManyBlocksRefersToTheRightVertices) {
     }
   }
   EXPECT_EQ(Bytes(), expected.Bytes());
+}
+
+TEST_F(SurfaceXferQZTest, AfterCloseTheChannelIsEmptyAndOwnsNothing) {
+  SurfaceXferQZ channel(Name().c_str());
+  for (int i = 0; i < 600; ++i) {
+    void* vertex = Add(&channel, i, i, i);
+    channel.AddTriangle(vertex, vertex, vertex, 1);
+  }
+  EXPECT_EQ(support::LivingBlocks(), 4u);
+  channel.Close();
+  EXPECT_EQ(support::LivingBlocks(), 0u);
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+
+  // Table pointer, the two lists, the two counts, the stream, the name.
+  ASSERT_EQ(sizeof(SurfaceXferQZ), 8u + 2 * 8 + 2 * 4 + 8 + 256);
+  unsigned char bytes[sizeof(SurfaceXferQZ)];
+  std::memcpy(bytes, static_cast<const void*>(&channel), sizeof bytes);
+  EXPECT_THAT(std::vector<unsigned char>(bytes + 8, bytes + 40), ::testing::Each(0));
+  EXPECT_STREQ(reinterpret_cast<const char*>(bytes + 40), Name().c_str());
 }
 
 }  // namespace

@@ -12,9 +12,10 @@ namespace support {
 /// Counts the calls of everything that a test may want to fail, and says which of them do.
 ///
 /// Functions go by these names: "m_fopen", "m_fopen_hl", "file_exists", "RegOpen",
-/// "GetStringValue"; "fopen" (fopen_s counts as one), "fclose", "fread", "fwrite", "fseek",
-/// "remove", "CopyFileA", "GetCurrentDirectoryA", "SetCurrentDirectoryA", "LoadLibraryA"; "new"
-/// (operator new and new[] with std::nothrow).
+/// "GetStringValue"; "fopen" (fopen_s counts as one), "fclose", "fread", "fwrite", "fflush",
+/// "fseek" (its variants for large files too), "fgetpos", "fsetpos", "remove", "CopyFileA",
+/// "GetCurrentDirectoryA", "SetCurrentDirectoryA", "LoadLibraryA"; "new" (operator new and new[]
+/// with std::nothrow).
 class FaultPlan {
  public:
   /// The `n`-th call (1 is the first since this plan began) fails; others are not affected.
@@ -29,8 +30,11 @@ class FaultPlan {
   /// From now on only `bytes` more bytes fit on the disk; a write that would go beyond ends short.
   void LimitDisk(std::uint64_t bytes) { m_room = bytes; }
 
-  /// Bytes that fwrite has been asked to write so far.
+  /// Bytes that fwrite has been asked to write so far, without those of calls that failed.
   std::uint64_t BytesWritten() const { return m_written; }
+
+  /// Bytes that fread has delivered since the last seek.
+  std::uint64_t BytesRead() const { return m_read; }
 
   /// For the doubles: counts a call and says whether it must fail.
   bool Enter(const std::string& function);
@@ -38,12 +42,17 @@ class FaultPlan {
   /// For the doubles: how many of `bytes` still fit; they are taken from the room that is left.
   std::size_t Claim(std::size_t bytes);
 
+  /// For the doubles: counts what fread has delivered, and begins anew at a seek.
+  void NoteRead(std::size_t bytes) { m_read += bytes; }
+  void NoteSeek() { m_read = 0; }
+
  private:
   std::map<std::string, int> m_calls;
   std::map<std::string, std::set<int>> m_failing;
   std::map<std::string, int> m_failingFrom;
   std::optional<std::uint64_t> m_room;
   std::uint64_t m_written = 0;
+  std::uint64_t m_read = 0;
 };
 
 }  // namespace support

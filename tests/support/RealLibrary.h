@@ -10,7 +10,10 @@ FILE* __real_fopen(const char* path, const char* mode);
 int __real_fclose(FILE* stream);
 size_t __real_fread(void* data, size_t size, size_t count, FILE* stream);
 size_t __real_fwrite(const void* data, size_t size, size_t count, FILE* stream);
+int __real_fflush(FILE* stream);
 int __real_fseek(FILE* stream, long offset, int origin);
+int __real_fgetpos(FILE* stream, fpos_t* place);
+int __real_fsetpos(FILE* stream, const fpos_t* place);
 int __real_remove(const char* path);
 }
 
@@ -26,6 +29,8 @@ struct OpenStream {
 };
 
 void RememberStream(FILE* stream, const OpenStream& what);
+/// Whether the stream was opened under the living host; the test framework has others.
+bool IsRemembered(FILE* stream);
 /// Forgets the stream and returns what was known of it.
 OpenStream ForgetStream(FILE* stream);
 

@@ -1,7 +1,9 @@
 // The doubles themselves: what they observe and what they can make fail.
 
 #include <gmock/gmock.h>
+#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
+#include <memory>
 #include <new>
 
 #include "SystemApi.h"
@@ -12,6 +14,7 @@
 #include "stock/SurfaceTransfer.h"
 #include "support/FileBuilder.h"
 #include "support/JobFiles.h"
+#include "support/NothrowBlocks.h"
 #include "support/RecordingHostProgress.h"
 #include "support/ScriptedKernel.h"
 #include "support/TempDirectory.h"
@@ -135,7 +138,7 @@ TEST_F(TestHostTest, SystemCallsAreObservedAndFail) {
   EXPECT_TRUE(SetCurrentDirectoryA(Spelled("").c_str()));
   EXPECT_TRUE(SetCurrentDirectoryA(before));
   host.events.Alias(before, "home");
-  EXPECT_EQ(host.events.Events().at(0), "getcwd");
+  EXPECT_EQ(host.events.Events().at(0), "getcwd 256");
   EXPECT_EQ(host.events.Events().at(1), "copy job\\a -> job\\b");
   EXPECT_EQ(host.events.Events().at(2), "copy job\\a -> job\\c fails");
   EXPECT_EQ(host.events.Events().at(3), "chdir job\\");
@@ -151,6 +154,47 @@ TEST_F(TestHostTest, ChosenAllocationFails) {
   EXPECT_NE(one, nullptr);
   delete one;
   EXPECT_EQ(new (std::nothrow) double[3], nullptr);
+}
+
+TEST_F(TestHostTest, BlocksThatMayBeRefusedAreCountedUntilTheyAreGivenBack) {
+  {
+    const std::unique_ptr<int[]> array(new (std::nothrow) int[4]);
+    const std::unique_ptr<int> ordinary(new int);
+    EXPECT_NE(new (std::nothrow) int, nullptr);
+    EXPECT_EQ(support::LivingBlocks(), 2u);
+  }
+  EXPECT_EQ(support::TakeLostBlocks(), 1u);
+  EXPECT_EQ(support::LivingBlocks(), 0u);
+}
+
+TEST(TestHostEnd, BlocksThatAreLeftFailTheTest) {
+  std::unique_ptr<int> left;
+  EXPECT_NONFATAL_FAILURE(
+      {
+        support::TestHost host;
+        left.reset(new (std::nothrow) int);
+      },
+      "was not given back");
+}
+
+TEST_F(TestHostTest, FlushAndPlaceOfAStreamFailWhenToldSo) {
+  FILE* stream = OpenStdFile(Spelled("a.tmp").c_str(), "wb");
+  ASSERT_NE(stream, nullptr);
+  host.faults.FailCall("fflush", 2);
+  host.faults.FailCall("fgetpos", 1);
+  host.faults.FailCall("fsetpos", 1);
+  host.faults.FailCall("fseek", 1);
+  EXPECT_EQ(std::fflush(stream), 0);
+  EXPECT_EQ(std::fflush(stdout), 0) << "not a stream of the code under test";
+  EXPECT_NE(std::fflush(stream), 0);
+  std::fpos_t place;
+  EXPECT_NE(std::fgetpos(stream, &place), 0);
+  EXPECT_EQ(std::fgetpos(stream, &place), 0);
+  EXPECT_NE(std::fsetpos(stream, &place), 0);
+  EXPECT_EQ(std::fsetpos(stream, &place), 0);
+  EXPECT_NE(SeekStdFile(stream, 0), 0);
+  EXPECT_EQ(SeekStdFile(stream, 0), 0);
+  std::fclose(stream);
 }
 
 TEST_F(TestHostTest, RegistryAnswersAsSet) {

@@ -12,7 +12,7 @@ template <typename Real>
 DWORD ObserveGetCurrentDirectory(Real real, DWORD size, char* buffer) {
   TestHost* host = CurrentTestHost();
   const bool failing = host != nullptr && host->faults.Enter("GetCurrentDirectoryA");
-  Note(failing ? "getcwd fails" : "getcwd");
+  Note("getcwd " + std::to_string(size) + (failing ? " fails" : ""));
   return failing ? 0 : real(size, buffer);
 }
 
@@ -34,6 +34,14 @@ BOOL ObserveCopyFile(Real real, const char* from, const char* to, BOOL failIfExi
                     (failIfExists != FALSE ? " unless it exists" : "") +
                     (done != FALSE ? "" : " fails"));
   return done;
+}
+
+template <typename Real, typename Offset>
+int ObserveSeek(Real real, FILE* stream, Offset offset, int origin) {
+  TestHost* host = CurrentTestHost();
+  if (host == nullptr) return real(stream, offset, origin);
+  host->faults.NoteSeek();
+  return host->faults.Enter("fseek") ? -1 : real(stream, offset, origin);
 }
 
 template <typename Real>

@@ -4,9 +4,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <gtest/gtest.h>
 
 #include "platform/HostExecutable.h"
 #include "platform/QZCore.h"
+#include "support/NothrowBlocks.h"
 #include "support/RealLibrary.h"
 
 namespace support {
@@ -42,6 +44,7 @@ FILE* OpenTracked(const char* unit, const std::string& path, const char* mode, b
 TestHost::TestHost() {
   if (g_host != nullptr) std::abort();
   g_host = this;
+  BeginBlockCount();
   temporaryDirectory = std::filesystem::temp_directory_path().string();
   std::memset(post_args, 0, sizeof(char[256]) * 2);
 }
@@ -50,6 +53,7 @@ TestHost::~TestHost() {
   g_host = nullptr;
   for (const auto& [stream, what] : g_streams) __real_fclose(stream);
   g_streams.clear();
+  EXPECT_EQ(EndBlockCount(), 0u) << "memory from operator new(std::nothrow) was not given back";
 }
 
 std::vector<std::string> TestHost::OpenStreams() const {
@@ -74,6 +78,8 @@ std::string WithSlashes(std::string path) {
 
 void RememberStream(FILE* stream, const OpenStream& what) { g_streams[stream] = what; }
 
+bool IsRemembered(FILE* stream) { return g_streams.contains(stream); }
+
 OpenStream ForgetStream(FILE* stream) {
   const auto found = g_streams.find(stream);
   if (found == g_streams.end()) return {"", "an unknown stream"};
@@ -92,8 +98,11 @@ char post_args[8][256];
 double tol = 0.001;
 
 void get_REG_KEY(char* key) {
+  constexpr std::size_t kCapacity = 260;
   Host().events.Note("get_REG_KEY");
-  std::strcpy(key, "Software\\TestHost");
+  // A text that fills all of it is not terminated.
+  const std::string& text = Host().registryKey;
+  std::memcpy(key, text.c_str(), std::min(text.size() + 1, kCapacity));
 }
 
 char RegOpen(CString path, HKEY* key, HKEY parent, unsigned long access) {

@@ -13,7 +13,8 @@ namespace support {
 /// The host of a unit test: every service of the host's core library and executable, on real files.
 /// One lives at a time; while it lives, what the code under test asks of the host, and what it asks
 /// of the standard library and the system, is written into `events` and may be made to fail through
-/// `faults`. Streams still open at the end are closed.
+/// `faults`. Streams still open at the end are closed. Memory that was asked for with std::nothrow
+/// while it lived must have been given back at its end (see NothrowBlocks.h).
 ///
 /// Events, one line each (paths as Recorder::Spell gives them, " fails" behind a refused call):
 ///
@@ -22,7 +23,7 @@ namespace support {
 ///     RegOpen KEY ACCESS   GetStringValue NAME CAPACITY   RegClose   get_REG_KEY
 ///     IsMetric   GetTempDirectory   clearprompt   cleartext   KeyPress CODE   status "TEXT"
 ///     fopen PATH MODE   fclose PATH      (fopen_s as fopen)
-///     remove PATH   copy FROM -> TO   getcwd   chdir PATH   load MODULE   unload
+///     remove PATH   copy FROM -> TO   getcwd CAPACITY   chdir PATH   load MODULE   unload
 ///
 /// Tracked calls without a line number are marked "without line". Single reads, writes and seeks
 /// are counted by `faults`, not written down.
@@ -36,6 +37,8 @@ class TestHost {
   Recorder events;
   FaultPlan faults;
 
+  /// What get_REG_KEY answers.
+  std::string registryKey = "Software\\TestHost";
   /// The text of the registry value that names the stock data directory; absent by default.
   std::optional<std::string> stockDataDirectory;
   /// Whether the key that holds the value can be opened at all.

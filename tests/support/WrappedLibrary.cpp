@@ -2,10 +2,10 @@
 // while a TestHost lives, otherwise straight through.
 
 #include <cerrno>
-#include <new>
 #include <string>
 
 #include "support/RealLibrary.h"
+#include "support/SystemCalls.h"
 #include "support/TestHost.h"
 
 namespace {
@@ -43,7 +43,11 @@ int __wrap_fclose(FILE* stream) {
 }
 
 size_t __wrap_fread(void* data, size_t size, size_t count, FILE* stream) {
-  return MustFail("fread") ? 0 : __real_fread(data, size, count, stream);
+  if (MustFail("fread")) return 0;
+  const size_t got = __real_fread(data, size, count, stream);
+  support::TestHost* host = support::CurrentTestHost();
+  if (host != nullptr) host->faults.NoteRead(got * size);
+  return got;
 }
 
 size_t __wrap_fwrite(const void* data, size_t size, size_t count, FILE* stream) {
@@ -54,8 +58,21 @@ size_t __wrap_fwrite(const void* data, size_t size, size_t count, FILE* stream) 
   return __real_fwrite(data, 1, fitting, stream) / size;
 }
 
+int __wrap_fflush(FILE* stream) {
+  if (!support::IsRemembered(stream)) return __real_fflush(stream);
+  return MustFail("fflush") ? EOF : __real_fflush(stream);
+}
+
 int __wrap_fseek(FILE* stream, long offset, int origin) {
-  return MustFail("fseek") ? -1 : __real_fseek(stream, offset, origin);
+  return support::ObserveSeek(&__real_fseek, stream, offset, origin);
+}
+
+int __wrap_fgetpos(FILE* stream, fpos_t* place) {
+  return MustFail("fgetpos") ? -1 : __real_fgetpos(stream, place);
+}
+
+int __wrap_fsetpos(FILE* stream, const fpos_t* place) {
+  return MustFail("fsetpos") ? -1 : __real_fsetpos(stream, place);
 }
 
 int __wrap_remove(const char* path) {
@@ -65,23 +82,3 @@ int __wrap_remove(const char* path) {
 }
 
 }  // extern "C"
-
-// Allocations that the code under test is prepared to lose. They come from the ordinary operator
-// new, so that the ordinary operator delete takes them back.
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  if (MustFail("new")) return nullptr;
-  try {
-    return ::operator new(size);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
-
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  if (MustFail("new")) return nullptr;
-  try {
-    return ::operator new[](size);
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}

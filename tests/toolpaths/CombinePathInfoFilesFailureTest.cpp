@@ -259,9 +259,24 @@ TEST_F(CombinePathInfoFilesFailureTest, EveryFailingReadClosesEverything) {
   }
 }
 
-TEST_F(CombinePathInfoFilesFailureTest, EveryFailingWriteIsFalse) {
-  Save(0, support::PathInfoBytes(LongPath()));
-  Save(1, support::PathInfoBytes(support::Path()));
+// What is on disk when `taken` bytes were written and no more: a count of positions is written
+// twice, as a 0 and, when the positions are all there, in its place.
+std::string LeftBehind(const std::vector<support::Path>& paths, std::size_t size,
+                       std::size_t counts) {
+  std::string bytes = support::InterchangeBytes(paths);
+  std::size_t end = kOutputHead;
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    end += 8 + 24 + 72 + 24 + 4 + 48 + 4;
+    if (i >= counts) bytes.replace(end, 4, 4, '\0');
+    end += 4 + 8 * paths[i].positions.size();
+  }
+  return bytes.substr(0, size);
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, EveryFailingWriteIsFalseBehindWhatWasWrittenBefore) {
+  const std::vector<support::Path> paths{LongPath(), support::Path()};
+  Save(0, support::PathInfoBytes(paths[0]));
+  Save(1, support::PathInfoBytes(paths[1]));
   int writes = 0;
   {
     support::TestHost host;
@@ -269,11 +284,68 @@ TEST_F(CombinePathInfoFilesFailureTest, EveryFailingWriteIsFalse) {
     writes = host.faults.Calls("fwrite");
     ASSERT_GE(writes, 5);
   }
+  std::size_t before = 0;
   for (int k = 1; k <= writes; ++k) {
     support::TestHost host;
     host.faults.FailCall("fwrite", k);
     EXPECT_FALSE(Combine()) << k;
+    const std::size_t taken = host.faults.BytesWritten();
+    const std::string bytes = Bytes();
+    ASSERT_GE(taken, bytes.size());
+    EXPECT_EQ(bytes, LeftBehind(paths, bytes.size(), (taken - bytes.size()) / 4)) << k;
+    EXPECT_EQ(taken == 0, k == 1);
+    EXPECT_TRUE(k == 1 || taken > before) << k;
     EXPECT_THAT(host.OpenStreams(), IsEmpty());
+    before = taken;
+  }
+  // The last write of all is the second count.
+  EXPECT_EQ(Bytes(), LeftBehind(paths, support::InterchangeBytes(paths).size(), 1));
+}
+
+TEST_F(CombinePathInfoFilesFailureTest, EachFailingFlushIsFalse) {
+  Save(0, support::PathInfoBytes(support::Path()));
+  int flushes = 0;
+  {
+    support::TestHost host;
+    ASSERT_TRUE(Combine());
+    flushes = host.faults.Calls("fflush");
+    ASSERT_GE(flushes, 3);
+  }
+  for (int k = 1; k <= flushes; ++k) {
+    support::TestHost host;
+    host.faults.FailCall("fflush", k);
+    EXPECT_FALSE(Combine()) << k;
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+  }
+}
+
+// Remembering the count's place and the end, going to the one and back to the other.
+TEST_F(CombinePathInfoFilesFailureTest, EachFailingMoveWithinTheOutputIsFalse) {
+  const std::vector<support::Path> paths(2);
+  Save(0, support::PathInfoBytes(paths[0]));
+  Save(1, support::PathInfoBytes(paths[1]));
+  const std::size_t path = (support::InterchangeBytes(paths).size() - kOutputHead) / 2;
+  for (const char* function : {"fgetpos", "fsetpos"}) {
+    {
+      support::TestHost host;
+      ASSERT_TRUE(Combine());
+      ASSERT_EQ(host.faults.Calls(function), 4);
+      ASSERT_EQ(host.faults.Calls("fseek"), 0) << "does not go everywhere in large files";
+    }
+    for (int k = 1; k <= 4; ++k) {
+      SCOPED_TRACE(function + std::to_string(k));
+      support::TestHost host;
+      host.faults.FailCall(function, k);
+      EXPECT_FALSE(Combine());
+      EXPECT_THAT(host.OpenStreams(), IsEmpty());
+      // The first fgetpos fails in front of the count, everything else behind the positions; only
+      // the last fsetpos comes behind the count.
+      const std::size_t done = static_cast<std::size_t>(k - 1) / 2;
+      const bool first = k % 2 == 1;
+      const bool getting = std::string(function) == "fgetpos";
+      const std::size_t size = kOutputHead + path * (done + 1) - (getting && first ? 4 + 8 * 6 : 0);
+      EXPECT_EQ(Bytes(), LeftBehind(paths, size, done + (!getting && !first ? 1 : 0)));
+    }
   }
 }
 

@@ -39,7 +39,7 @@ const Events kInputsCopied = {"exists job\\BinaryPaths.txt",
                               "exists job\\StockModelInput.tmp"};
 const Events kOldOutputRemoved = {"exists job\\StockModelOutput.tmp",
                                   "remove job\\StockModelOutput.tmp"};
-const Events kKernelMade = {"getcwd", "chdir job\\", "IFSweep()"};
+const Events kKernelMade = {"getcwd 256", "chdir job\\", "IFSweep()"};
 const Events kStockLoaded = {"OpenStockChannel",
                              "m_fopen QZTUTLA2 job\\StockModelInput.tmp rb",
                              "stock.Reset",
@@ -324,6 +324,25 @@ TEST_F(SweepTest, PathsAreGatheredFromTheNumberedFilesUpToTheFirstGap) {
   WritePath(3, second);
   EXPECT_TRUE(Sweep());
   EXPECT_EQ(InJobBytes("BinaryPaths.tmp"), support::InterchangeBytes({support::Path(), second}));
+}
+
+// The channel keeps 255 characters of its file's name. What it writes lies under another name than
+// the one that is looked for; that is a failure, and it is left there.
+TEST_F(SweepTest, OutputWhoseNameIsCutIsNotFoundAndTheResultIsFalse) {
+  constexpr std::size_t kCut = 255;
+  const support::TempDirectory root;
+  std::string name(kCut - 15 - support::AddinSpelling(root.Path()).size() - 1, 'd');
+  const auto deep = root.Sub(name);
+  const std::string workDir = support::AddinSpelling(deep);
+  ASSERT_EQ(workDir.size(), kCut - 15);
+  for (const char* file : {"TmpPathInfo0.tmp", "StockModelInput.tmp"}) {
+    support::WriteWholeFile(deep / file, InJobBytes(file));
+  }
+  host.stockDataDirectory = support::AddinSpelling(InKeep(""));
+  EXPECT_FALSE(SweepMultipleToolpathsFromStock(workDir.c_str(), &callbacks));
+  EXPECT_EQ(support::ReadWholeFile(deep / "StockModelOutpu"), ExpectedOutput());
+  EXPECT_FALSE(std::filesystem::exists(deep / kOutput));
+  EXPECT_TRUE(IsAtHome());
 }
 
 }  // namespace

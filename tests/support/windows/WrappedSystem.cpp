@@ -12,6 +12,7 @@ BOOL WINAPI Copy(const char* from, const char* to, BOOL failIfExists);
 HMODULE WINAPI Load(const char* name);
 BOOL WINAPI Free(HMODULE library);
 errno_t __cdecl Open(FILE** stream, const char* path, const char* mode);
+int __cdecl Seek(FILE* stream, long long offset, int origin);
 
 }  // namespace
 
@@ -23,6 +24,7 @@ extern decltype(&CopyFileA) __real___imp_CopyFileA;
 extern decltype(&LoadLibraryA) __real___imp_LoadLibraryA;
 extern decltype(&FreeLibrary) __real___imp_FreeLibrary;
 extern decltype(&fopen_s) __real___imp_fopen_s;
+extern decltype(&_fseeki64) __real___imp__fseeki64;
 
 decltype(&GetCurrentDirectoryA) __wrap___imp_GetCurrentDirectoryA = &GetDirectory;
 decltype(&SetCurrentDirectoryA) __wrap___imp_SetCurrentDirectoryA = &SetDirectory;
@@ -30,6 +32,7 @@ decltype(&CopyFileA) __wrap___imp_CopyFileA = &Copy;
 decltype(&LoadLibraryA) __wrap___imp_LoadLibraryA = &Load;
 decltype(&FreeLibrary) __wrap___imp_FreeLibrary = &Free;
 decltype(&fopen_s) __wrap___imp_fopen_s = &Open;
+decltype(&_fseeki64) __wrap___imp__fseeki64 = &Seek;
 
 }  // extern "C"
 
@@ -65,6 +68,10 @@ errno_t __cdecl Open(FILE** stream, const char* path, const char* mode) {
   host->events.Note("fopen " + spelled + " " + mode + (*stream == nullptr ? " fails" : ""));
   if (*stream != nullptr) support::RememberStream(*stream, {"", spelled});
   return error;
+}
+
+int __cdecl Seek(FILE* stream, long long offset, int origin) {
+  return support::ObserveSeek(__real___imp__fseeki64, stream, offset, origin);
 }
 
 }  // namespace
