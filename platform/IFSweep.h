@@ -29,8 +29,8 @@ class IFSWEEP_API IFSweep {
 
   void SetFiveAxisBufferingLevel(int level);
 
-  /// Sweeps the paths of the interchange file `pathFile` (full path) through the stock and plays
-  /// the result into `output`: Reset, vertices, triangles, Close.
+  /// Sweeps the paths of the interchange file `pathFile` (full path) through the stock and gives
+  /// the result to `output`, from Reset to Close.
   void Run(SurfaceTransfer* output, char* pathFile);
 
   /// Plays the part's surface into `results`, coloured by its distance from the stock.
