@@ -7,6 +7,9 @@
 
 #include "host/QZCore/HostControl.h"
 #include "host/qzhost/CommandError.h"
+#include "host/qzhost/HostPaths.h"
+#include "host/qzhost/HostSystem.h"
+#include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/Options.h"
 #include "host/qzhost/commands/commands.h"
 
@@ -20,14 +23,15 @@ constexpr double kToleranceInInches = 0.0004;
 
 void AddGlobalOptions(CLI::App& app, Options& options) {
   app.set_version_flag("--version", std::string("qzhost ") + QZ_VERSION);
-  app.add_option("--units", options.units, "Length units of every file and figure (mm)")
-      ->transform(CLI::CheckedTransformer(
-          std::map<std::string, host::Units>{{"mm", host::Units::kMillimetres},
-                                             {"inch", host::Units::kInches}},
-          CLI::ignore_case))
+  const auto setUnits = [&options](const std::string& name) {
+    options.units = name == "inch" ? host::Units::kInches : host::Units::kMillimetres;
+  };
+  app.add_option_function<std::string>("--units", setUnits,
+                                       "Length units of every file and figure (mm)")
+      ->transform(CLI::IsMember({"mm", "inch"}, CLI::ignore_case))
       ->option_text("mm|inch");
   app.add_option("--host-tolerance", options.hostTolerance, "The host's tolerance, in length units")
-      ->check(CLI::PositiveNumber);
+      ->check(host::NumberAboveZero());
   app.add_option("--stock-data-dir", options.stockDataDirectory,
                  "Directory for the diagnostic copies instead of the job's own");
   app.add_option("--addin", options.addIn, "The add-in library instead of the one beside qzhost");
@@ -40,15 +44,20 @@ void ApplyToHost(const Options& options) {
   SetHostMetric(metric);
   SetHostTolerance(
       options.hostTolerance.value_or(metric ? kToleranceInMillimetres : kToleranceInInches));
-  if (!options.stockDataDirectory.empty()) {
-    OverrideStockDataDirectory(options.stockDataDirectory.c_str());
+  const std::string& copies = options.stockDataDirectory;
+  if (copies.empty()) return;
+  // The add-in makes no copies at all where it finds no directory, and says nothing of it.
+  if (!host::IsDirectory(copies)) {
+    throw host::CommandError(copies + ": there is no such directory");
   }
+  // The full path, since some copies are made while the job's directory is the current one.
+  OverrideStockDataDirectory(host::AddInDirectory(copies).c_str());
 }
 
 int Fail(const Options& options, const std::string& message, int exitCode) {
   std::fprintf(stderr, "qzhost: %s\n", message.c_str());
   if (options.json) {
-    const nlohmann::ordered_json object = {{"exit_code", exitCode}, {"error", message}};
+    const nlohmann::ordered_json object = {{"exit_code", exitCode}, {"reason", message}};
     const auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
     std::printf("%s\n", object.dump(2, ' ', false, kReplace).c_str());
   }
@@ -86,7 +95,10 @@ int Parse(CLI::App& app, Options& options, int argc, char** argv) {
 
 int main(int argc, char** argv) {
   Options options;
-  CLI::App app{"Runs the stock-model operations of the QZTUtlA add-in."};
+  CLI::App app{"Runs the stock-model operations of the QZTUtlA add-in.", "qzhost"};
+  app.footer(
+      "qzhost --help lists the options that every subcommand takes, qzhost SUBCOMMAND --help\n"
+      "those of its own.");
   app.require_subcommand(0, 1);
   app.fallthrough();
   // A path may begin with a slash on every system.

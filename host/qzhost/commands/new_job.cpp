@@ -5,6 +5,7 @@
 #include "host/qzhost/CommandError.h"
 #include "host/qzhost/HostSystem.h"
 #include "host/qzhost/MeshSummary.h"
+#include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/Report.h"
 #include "host/qzhost/commands/commands.h"
 
@@ -135,15 +136,15 @@ void AddSettings(CLI::App& command, Settings& settings) {
   command
       .add_option("--tolerance", settings.tolerance,
                   "Sweep tolerance (0.025 mm or 0.001 inch unless given)")
-      ->check(CLI::NonNegativeNumber);
+      ->check(NumberFromZero());
   command
       .add_option("--path-tolerance", settings.pathTolerance,
                   "How far the chords of arcs may stray (the sweep tolerance unless given)")
-      ->check(CLI::NonNegativeNumber);
+      ->check(NumberFromZero());
   command
       .add_option("--compress-tolerance", job.compressTolerance,
                   "How far the kernel may move the surface to merge facets")
-      ->check(CLI::NonNegativeNumber)
+      ->check(NumberFromZero())
       ->capture_default_str();
   command.add_option("--tool", job.firstTool, "Number of the tool in the spindle at the start")
       ->check(CLI::Range(1, 999'999'999));
