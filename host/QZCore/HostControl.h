@@ -13,6 +13,9 @@ QZCORE_API void SetHostTolerance(double tolerance);
 /// registry says. Null or empty: the registry's own value again.
 QZCORE_API void OverrideStockDataDirectory(const char* directory);
 
+/// That value: what was set here, else the registry's; empty when there is none.
+QZCORE_API CString StockDataDirectory();
+
 /// Called when the prompt line and the text area are to be cleared; null for none.
 QZCORE_API void SetClearHandlers(void (*prompt)(), void (*text)());
 

@@ -54,6 +54,14 @@ void OverrideStockDataDirectory(const char* directory) {
   StockDataDirectoryOverride() = directory == nullptr ? "" : directory;
 }
 
+CString StockDataDirectory() {
+  constexpr unsigned long kQueryValue = 1;
+  if (!StockDataDirectoryOverride().empty()) return StockDataDirectoryOverride().c_str();
+  const auto key = OpenRegistryKey(kToolpathsKey, nullptr, kQueryValue);
+  const auto text = key == nullptr ? std::nullopt : key->Text(kStockDataDirectory);
+  return text.has_value() ? text->c_str() : "";
+}
+
 void get_REG_KEY(char* key) { std::strcpy(key, kHostKey); }
 
 char RegOpen(CString path, HKEY* key, HKEY parent, unsigned long access) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "host/qzhost/CommandError.h"
+
 namespace host {
 
 Report::Report(const Options& options) : m_json(options.json) {
@@ -32,8 +34,10 @@ void Report::Print() const {
   // Paths come in whatever encoding the system has; a byte that is not UTF-8 must not end the run.
   const auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
   const std::string text = m_json ? m_object.dump(2, ' ', false, kReplace) + "\n" : Text();
-  std::fwrite(text.data(), 1, text.size(), stdout);
-  std::fflush(stdout);
+  const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+  if (std::fflush(stdout) != 0 || !whole) {
+    throw CommandError("standard output cannot be written", kFailed);
+  }
 }
 
 std::string Fixed(double value, int decimals) {

@@ -26,7 +26,8 @@ class Report {
   const nlohmann::ordered_json& Object() const { return m_object; }
   std::string Text() const;
 
-  /// To standard output, in the form that the options ask for.
+  /// To standard output, in the form that the options ask for. Throws CommandError when it cannot
+  /// be written whole.
   void Print() const;
 
  private:

@@ -29,6 +29,7 @@ int InfoOnFile(const std::string& path, const Options& options) {
   }
   Report report(options);
   report.Add("command", "info");
+  report.Add("exit_code", static_cast<int>(kSuccess));
   AddText(report, description, options);
   report.Add("files", nlohmann::ordered_json::array({description}));
   report.Print();

@@ -7,6 +7,7 @@
 
 #include "formats/BinarySurface.h"
 #include "formats/FileError.h"
+#include "formats/OpenFile.h"
 #include "formats/PathInfoFile.h"
 #include "host/QZCore/HostControl.h"
 #include "host/qzhost/AddIn.h"
@@ -81,8 +82,8 @@ Outcome RunAddIn(const Job& job, const Options& options) {
 
 // The first thing wrong with the job's own files, empty when they can all be read.
 std::string UnreadableInput(const Job& job) {
-  if (!StateOfFile(job.Stock()).exists) return job.Stock() + ": there is no such file";
   try {
+    formats::OpenForReading(job.Stock());
     for (int number = 0; StateOfFile(job.PathFile(number)).exists; ++number) {
       formats::ReadPathInfoFile(job.PathFile(number));
     }
@@ -158,6 +159,13 @@ void AddFiles(Report& report, const WrittenFiles& written) {
   for (const std::string& path : written.Paths()) report.AddLine("wrote " + path);
 }
 
+// The add-in fills up a position that is cut short and goes on; nobody would see it in the result.
+void AddDamage(Report& report, const Job& job) {
+  const std::string damage = UnreadableInput(job);
+  report.Add("damaged_input", damage);
+  if (!damage.empty()) report.AddLine("damaged input: " + damage);
+}
+
 void AddRemarks(Report& report, const KernelMessages& messages) {
   report.Add("warnings", messages.Warnings());
   for (const std::string& warning : messages.Warnings()) report.AddLine("kernel: " + warning);
@@ -169,9 +177,8 @@ void AddRemarks(Report& report, const KernelMessages& messages) {
 int Sweep(const std::string& path, const Options& options) {
   const Job job = OpenJob(path);
   const auto stock = SummariseStock(job);
-  const WrittenFiles written({job.directory, options.stockDataDirectory.empty()
-                                                 ? job.directory
-                                                 : options.stockDataDirectory});
+  const std::string copies = StockDataDirectory().GetString();
+  const WrittenFiles written({job.directory, copies.empty() ? job.directory : copies});
   const KernelMessages messages;
   const Outcome outcome = RunAddIn(job, options);
   std::optional<MeshSummary> result;
@@ -185,6 +192,7 @@ int Sweep(const std::string& path, const Options& options) {
   if (result.has_value()) AddSummary(report, "out", *result, options);
   if (result.has_value() && result->facets == 0) report.AddLine("nothing is left of the stock");
   AddFiles(report, written);
+  if (verdict.code == kSuccess) AddDamage(report, job);
   AddRemarks(report, messages);
   report.Print();
   if (!verdict.reason.empty()) std::fprintf(stderr, "qzhost: %s\n", verdict.reason.c_str());

@@ -78,8 +78,16 @@ TEST_F(Registry, OverrideReplacesTheValueAndGoesAgain) {
   EXPECT_EQ(Look(), "\\keep\\");
   Write(kSection);
   EXPECT_EQ(Look(), "\\keep\\");
+  EXPECT_STREQ(StockDataDirectory().GetString(), "\\keep\\");
   OverrideStockDataDirectory("");
   EXPECT_EQ(Look(), "D:\\Keep it here");
+  EXPECT_STREQ(StockDataDirectory().GetString(), "D:\\Keep it here");
+}
+
+TEST_F(Registry, DirectoryForCopiesIsEmptyWhenNobodySetsOne) {
+  EXPECT_STREQ(StockDataDirectory().GetString(), "");
+  Write("[Software\\qzhost\\Configurations\\Variables\\Toolpaths]\n");
+  EXPECT_STREQ(StockDataDirectory().GetString(), "");
 }
 
 TEST_F(Registry, KeyIsTakenBelowAnOpenOne) {
