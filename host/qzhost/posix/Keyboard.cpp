@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <signal.h>
 #include <termios.h>
+#include <time.h>
 #include <unistd.h>
 
 namespace host {
@@ -14,6 +15,7 @@ constexpr int kDeadlySignals[] = {SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV, SI
 constexpr std::size_t kDeadlyCount = sizeof kDeadlySignals / sizeof kDeadlySignals[0];
 
 volatile sig_atomic_t g_interrupted = 0;
+timespec g_interruptedAt;
 volatile sig_atomic_t g_terminalIsRaw = 0;
 bool g_escape = false;
 termios g_modeBefore;
@@ -26,13 +28,25 @@ void RestoreTerminal() {
   tcsetattr(STDIN_FILENO, TCSANOW, &g_modeBefore);
 }
 
+// One press can arrive as two signals: to the process, and again to its group.
+constexpr long kSamePressNanoseconds = 200'000'000;
+
+bool BelongsToTheFirstPress() {
+  timespec now;
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  const long seconds = static_cast<long>(now.tv_sec - g_interruptedAt.tv_sec);
+  return seconds * 1'000'000'000 + (now.tv_nsec - g_interruptedAt.tv_nsec) < kSamePressNanoseconds;
+}
+
 void OnStop(int number) {
   if (g_interrupted != 0) {
+    if (BelongsToTheFirstPress()) return;
     // The second time the user does not want to wait for the add-in's next question.
     RestoreTerminal();
     signal(number, SIG_DFL);
     raise(number);
   }
+  clock_gettime(CLOCK_MONOTONIC, &g_interruptedAt);
   g_interrupted = 1;
 }
 

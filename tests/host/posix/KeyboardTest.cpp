@@ -101,9 +101,8 @@ int ModeAfterDeathBy(int number) {
     dup2(terminal, STDIN_FILENO);
     const host::Keyboard keyboard;
     if (EchoIsOn()) _exit(1);
-    raise(number);
-    raise(number);
-    _exit(2);
+    // Pressed again and again: what comes at once after the first belongs to it.
+    for (;;) raise(number);
   }
   int status = 0;
   waitpid(child, &status, 0);
@@ -118,6 +117,16 @@ int ModeAfterDeathBy(int number) {
 TEST(Keyboard, DeadlySignalRestoresTheTerminal) {
   EXPECT_EQ(ModeAfterDeathBy(SIGTERM), 1);
   EXPECT_EQ(ModeAfterDeathBy(SIGHUP), 1);
+}
+
+TEST(Keyboard, InterruptThatArrivesTwiceAtOnceAsksToStopOnly) {
+  EXPECT_EQ(OnATerminal([](int) {
+              host::Keyboard keyboard;
+              raise(SIGINT);
+              raise(SIGINT);
+              return keyboard.StopRequested() ? 0 : 1;
+            }),
+            0);
 }
 
 TEST(Keyboard, SecondInterruptEndsTheProcessAndRestoresTheTerminal) {
