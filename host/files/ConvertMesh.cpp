@@ -56,9 +56,13 @@ ConversionResult ConvertMesh(const Conversion& conversion) {
   result.inputFormat = formats::MeshFormatOf(conversion.input);
   RefuseOutputOverInput(conversion);
 
-  const formats::Mesh mesh = formats::ReadMesh(conversion.input, conversion.colour);
   StagedFile staged(conversion.output);
-  formats::WriteMesh(staged.TemporaryPath(), mesh, result.outputFormat, result.encoding);
+  const formats::Mesh mesh = formats::ReadMesh(conversion.input, conversion.colour);
+  try {
+    formats::WriteMesh(staged.TemporaryPath(), mesh, result.outputFormat, result.encoding);
+  } catch (const FileError& error) {
+    throw FileError(staged.AboutThePlace(error.what()));
+  }
   staged.PutInPlace();
 
   result.vertices = mesh.vertices.size();

@@ -1,5 +1,7 @@
 #include "host/files/StagedFile.h"
 
+#include <cerrno>
+#include <fstream>
 #include <system_error>
 
 #include "formats/FileError.h"
@@ -16,6 +18,16 @@ std::filesystem::path FollowLinks(const std::filesystem::path& path) {
   return error ? path : target;
 }
 
+// A file could be replaced whatever its mode says, but it is protected for a reason.
+void RequireWritable(const std::string& path, const std::filesystem::path& place) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(place, error)) return;
+  errno = 0;
+  const std::fstream stream(place, std::ios::in | std::ios::out | std::ios::binary);
+  if (stream) return;
+  throw formats::FileError(path + ": cannot be written: " + std::generic_category().message(errno));
+}
+
 // Nobody's file is taken for the temporary one.
 std::filesystem::path FreeNameBeside(const std::filesystem::path& place) {
   for (int number = 0;; ++number) {
@@ -30,18 +42,29 @@ std::filesystem::path FreeNameBeside(const std::filesystem::path& place) {
 }  // namespace
 
 StagedFile::StagedFile(const std::string& path)
-    : m_place(FollowLinks(formats::NativePath(path))), m_temporary(FreeNameBeside(m_place)) {}
+    : m_path(path),
+      m_place(FollowLinks(formats::NativePath(path))),
+      m_temporary(FreeNameBeside(m_place)) {
+  RequireWritable(m_path, m_place);
+}
 
 StagedFile::~StagedFile() {
   std::error_code ignored;
   std::filesystem::remove(m_temporary, ignored);
 }
 
+std::string StagedFile::AboutThePlace(std::string message) const {
+  const std::string temporary = TemporaryPath();
+  const size_t found = message.find(temporary);
+  if (found != std::string::npos) message.replace(found, temporary.size(), m_path);
+  return message;
+}
+
 void StagedFile::PutInPlace() {
   std::error_code error;
   std::filesystem::rename(m_temporary, m_place, error);
   if (error) {
-    throw formats::FileError(m_place.string() + ": cannot be replaced: " + error.message());
+    throw formats::FileError(m_path + ": cannot be replaced: " + error.message());
   }
 }
 

@@ -9,7 +9,8 @@ namespace host {
 /// put there in one go. What stood there before stays until then.
 class StagedFile {
  public:
-  /// A link at `path` is followed: the file it leads to is the one replaced.
+  /// A link at `path` is followed: the file it leads to is the one replaced. Throws
+  /// formats::FileError when a file stands there that must not be written.
   explicit StagedFile(const std::string& path);
   /// Removes the file unless it has been put in place.
   ~StagedFile();
@@ -19,10 +20,14 @@ class StagedFile {
   /// The name to write to.
   std::string TemporaryPath() const { return m_temporary.string(); }
 
+  /// The message of an error about the temporary file, naming the place instead.
+  std::string AboutThePlace(std::string message) const;
+
   /// Throws formats::FileError when the place cannot be taken.
   void PutInPlace();
 
  private:
+  std::string m_path;
   std::filesystem::path m_place;
   std::filesystem::path m_temporary;
 };

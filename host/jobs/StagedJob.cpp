@@ -71,12 +71,27 @@ fs::path StagedJob::StagedPath(std::size_t index) const {
   return m_staging / ("path" + std::to_string(index));
 }
 
+template <typename Write>
+void StagedJob::Stage(const fs::path& staged, Write write) {
+  try {
+    write(staged.string());
+  } catch (const formats::FileError& error) {
+    // The staged file's name would tell the user nothing.
+    std::string message = error.what();
+    const size_t found = message.find(staged.string());
+    if (found == std::string::npos) throw;
+    throw formats::FileError(message.replace(found, staged.string().size(), m_directory.string()));
+  }
+}
+
 void StagedJob::WriteStock(const formats::Mesh& stock) {
-  formats::WriteBinarySurface((m_staging / "stock").string(), stock);
+  Stage(m_staging / "stock",
+        [&](const std::string& path) { formats::WriteBinarySurface(path, stock); });
 }
 
 void StagedJob::AddPath(const formats::ProgramPath& path) {
-  formats::WritePathInfoFile(StagedPath(m_paths.size()).string(), path.record);
+  Stage(StagedPath(m_paths.size()),
+        [&](const std::string& file) { formats::WritePathInfoFile(file, path.record); });
   m_paths.push_back({path.load, path.rapid});
 }
 

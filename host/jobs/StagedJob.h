@@ -40,6 +40,8 @@ class StagedJob {
     bool rapid;
   };
   std::filesystem::path StagedPath(std::size_t index) const;
+  template <typename Write>
+  void Stage(const std::filesystem::path& staged, Write write);
   void MoveAwayOldFiles();
   void Move(const std::filesystem::path& from, const std::filesystem::path& to);
   void Undo() noexcept;

@@ -30,6 +30,7 @@ int Convert(const Settings& settings, const Options& options) {
   const char* encoding = result.encoding == formats::MeshEncoding::Ascii ? "ASCII" : "binary";
   Report report(options);
   report.Add("command", "convert");
+  report.Add("exit_code", static_cast<int>(kSuccess));
   report.Add("input", settings.conversion.input);
   report.Add("input_format", formats::NameOf(result.inputFormat), "from",
              settings.conversion.input + " (" + formats::NameOf(result.inputFormat) + ")");
@@ -42,6 +43,7 @@ int Convert(const Settings& settings, const Options& options) {
   report.Add("vertices", result.vertices, "vertices");
   report.Add("colours_lost", result.coloursLost);
   report.Add("rounded_to_single_precision", result.roundedToSingle);
+  report.Add("files_written", nlohmann::ordered_json::array({settings.conversion.output}));
   if (result.coloursLost) report.AddLine("the format has no colours: they are lost");
   if (result.roundedToSingle) report.AddLine("coordinates are rounded to single precision");
   report.Print();

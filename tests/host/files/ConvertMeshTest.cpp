@@ -92,6 +92,11 @@ TEST_F(ConvertMesh, LeavesTheOldOutputWhenTheMeshCannotBeWritten) {
   EXPECT_FALSE(std::filesystem::exists(directory_ / "out.stl.0.new"));
 }
 
+TEST_F(ConvertMesh, NamesTheOutputThatWasAskedForWhenItCannotBeWritten) {
+  EXPECT_THAT(MessageFor({directory_ / "in.iff", directory_ / "none/out.ply", {}, 0}),
+              testing::StartsWith((directory_ / "none/out.ply") + ": cannot be written"));
+}
+
 TEST_F(ConvertMesh, RefusesOutputsThatNoFormatFits) {
   EXPECT_THAT(MessageFor({directory_ / "in.iff", directory_ / "out.step", {}, 0}),
               HasSubstr("no mesh format has this extension"));

@@ -39,6 +39,14 @@ TEST(StagedFile, TakesNobodysFileForTheTemporaryOne) {
   EXPECT_NE(staged.TemporaryPath(), directory / "a.txt.0.new");
 }
 
+TEST(StagedFile, NamesThePlaceWhereTheTemporaryFileWasMeant) {
+  const ScratchDirectory directory;
+  const StagedFile staged(directory / "a.txt");
+  EXPECT_EQ(staged.AboutThePlace(staged.TemporaryPath() + ": full"),
+            (directory / "a.txt") + ": full");
+  EXPECT_EQ(staged.AboutThePlace("b.txt: full"), "b.txt: full");
+}
+
 TEST(StagedFile, ThrowsWhenTheTemporaryFileWasNeverWritten) {
   const ScratchDirectory directory;
   StagedFile staged(directory / "a.txt");
