@@ -83,6 +83,9 @@ class Job {
     return "TmpPathInfo" + std::to_string(number) + ".tmp";
   }
 
+  // Not so a directory that only collects diagnostic copies.
+  bool IsJob() const { return m_paths > 0 || Has("StockModelInput.tmp"); }
+
   bool Has(const std::string& name) const { return m_times.contains(name); }
   std::string Full(const std::string& name) const { return (m_directory / name).string(); }
 
@@ -165,6 +168,8 @@ class Job {
       CheckAge(name, {"BinaryPaths.tmp"}, reasons);
     } else if (name == "CompareResults.iff") {
       CheckAge(name, {"PartFileToCompare.iff", "StockModelOutput.tmp"}, reasons);
+    } else if (!OriginalOf(name).empty() && IsJob()) {
+      reasons.push_back("the job has no " + OriginalOf(name));
     }
     return reasons;
   }

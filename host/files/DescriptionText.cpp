@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+#include "host/files/FileKind.h"
+
 namespace host {
 
 namespace {
@@ -113,10 +115,12 @@ class Lines {
   }
 
   void AddPath(size_t number, const Json& path) {
-    Add("path " + std::to_string(number) + ": " + Number(path["axes"]) + "-axis, colour " +
-        Number(path["colour"]) + ", tolerances sweep " + Number(path["sweep_tolerance"]) +
-        ", path " + Number(path["path_tolerance"]) + ", compression " +
-        Number(path["compress_tolerance"]));
+    // A per-path file's number is in its name.
+    const bool numbered = m_description["kind"] != NameOf(FileKind::kPath);
+    Add((numbered ? "path " + std::to_string(number) + ": " : "") + Number(path["axes"]) +
+        "-axis, colour " + Number(path["colour"]) + ", tolerances sweep " +
+        Number(path["sweep_tolerance"]) + ", path " + Number(path["path_tolerance"]) +
+        ", compression " + Number(path["compress_tolerance"]));
     Add("  tool: " + Tool(path["tool"]));
     if (path["matrix"] != Json({1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0})) {
       Add("  matrix " + Row(path["matrix"]));

@@ -222,6 +222,19 @@ TEST_F(DescribeJob, ComparesDiagnosticCopiesWithTheirOriginals) {
             Json({"differs from StockModelOutput.tmp"}));
 }
 
+TEST_F(DescribeJob, MarksCopiesOfWhatTheJobNoLongerHas) {
+  WriteContent(directory_ / "Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
+  EXPECT_EQ(File("Job_TmpSaveErrorCapture.txt")["remarks"],
+            Json({"the job has no ErrorCapture.txt"}));
+}
+
+TEST_F(DescribeJob, LeavesCopiesInADirectoryOfTheirOwnUnmarked) {
+  std::filesystem::create_directory(directory_ / "keep");
+  WriteContent(directory_ / "keep/Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
+  const Json job = host::DescribeJob(directory_ / "keep");
+  EXPECT_EQ(job["files"][0]["stale"], false);
+}
+
 TEST_F(DescribeJob, MarksMessagesOfAnEarlierRun) {
   WriteContent(directory_ / "ErrorCapture.txt", "\nError Message Received:\nb\n");
   EXPECT_EQ(File("ErrorCapture.txt")["stale"], false);
@@ -264,6 +277,14 @@ TEST(DescriptionText, DescribesAPathsToolAndTravel) {
   EXPECT_THAT(lines, Contains("    tool: convex, corner radius 5, flat radius 0, upper taper angle "
                               "0, lower taper angle 90, taper height 0, upper bevel radius 0"));
   EXPECT_THAT(lines, Contains("    moves 2 in 2 cuts, length 17 inch"));
+}
+
+TEST(DescriptionText, LeavesTheNumberOfAPerPathFileToItsName) {
+  const ScratchDirectory directory;
+  formats::WritePathInfoFile(directory / "TmpPathInfo4.tmp", OneCut());
+  const auto lines =
+      host::DescriptionText(host::DescribeFile(directory / "TmpPathInfo4.tmp"), "mm");
+  EXPECT_THAT(lines.at(1), testing::StartsWith("  3-axis, colour "));
 }
 
 TEST(DescriptionText, SaysThatNothingIsLeftOfAnEmptySurface) {
