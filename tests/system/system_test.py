@@ -148,8 +148,29 @@ class RealSweep(SystemTest):
         with open(self.environment["QZHOST_CONFIG"], "w", encoding="ascii") as file:
             file.write("[Software\\qzhost\\Configurations\\Variables\\Toolpaths]\n"
                        "Enable Stock Model Data Directory = " + keep + "\n")
-        self.assertEqual(self.qzhost("sweep", self.job).code, 0)
+        run = self.qzhost("--json", "sweep", self.job)
+        self.assertEqual(run.code, 0, run.err)
         self.assertIn("Part7_TmpSaveOutputStock.iff", self.contents(keep))
+        self.assertIn(os.path.join(keep, "Part7_TmpSaveOutputStock.iff"),
+                      run.object()["files_written"])
+
+    def test_relative_directory_for_copies_holds_also_for_those_made_on_the_way(self):
+        keep = os.path.join(self.folder, "keep")
+        os.mkdir(keep)
+        # A stock that is cut away whole makes the kernel say so while it runs.
+        job_files.write_path(self.path("TmpPathInfo0.tmp"), [(-60, 10, -5), (60, 10, -5)],
+                             tool=(0.0, 50.0, 0.0, 90.0, 0.0, 0.0))
+        run = self.qzhost("--stock-data-dir", "keep", "sweep", "Part7", cwd=self.folder)
+        self.assertEqual(run.code, 0, run.err)
+        self.assertIn("Part7_TmpSaveErrorCapture.txt", self.contents(keep))
+
+    def test_position_cut_short_is_cut_all_the_same_but_said(self):
+        with open(self.path("TmpPathInfo0.tmp"), "r+b") as file:
+            file.truncate(os.path.getsize(self.path("TmpPathInfo0.tmp")) - 1)
+        run = self.qzhost("--json", "sweep", spelled(self.job))
+        self.assertEqual(run.code, 0, run.err)
+        self.assertIn("TmpPathInfo0.tmp", run.object()["damaged_input"])
+        self.assertIn("cut short", run.object()["damaged_input"])
 
     def test_relative_directory_is_taken_from_the_current_one(self):
         run = self.qzhost("--json", "sweep", "Part7", cwd=self.folder)
@@ -220,7 +241,7 @@ class BadInput(SystemTest):
         os.remove(self.path("StockModelInput.tmp"))
         run = self.qzhost("--quiet", "sweep", spelled(self.job))
         self.assertEqual(run.code, 2)
-        self.assert_one_line(run.err, "StockModelInput.tmp", "no such file")
+        self.assert_one_line(run.err, "StockModelInput.tmp", "No such file")
 
     def test_missing_stock_with_an_older_result_is_no_new_result(self):
         os.remove(self.path("StockModelInput.tmp"))
@@ -246,25 +267,58 @@ class BadInput(SystemTest):
         self.assertEqual(run.code, 1)
         self.assert_one_line(run.err, "BinaryPaths.tmp")
 
-    @unittest.skipIf(WINDOWS, "file modes do not bind the emulator's user")
-    def test_read_only_job_directory(self):
-        # The superuser may write everywhere, so the program runs as nobody then.
+    def ordinary_user(self):
+        """Options that run the program as someone whom file modes bind; the superuser is not."""
         identity = {"user": 65534, "group": 65534, "extra_groups": []} \
             if os.geteuid() == 0 else {}
         os.chmod(self.folder, 0o755)
-        os.chmod(self.job, 0o555)
-        self.addCleanup(os.chmod, self.job, 0o755)
         try:
             reachable = self.qzhost("--version", **identity).code == 0
         except PermissionError:
             reachable = False
         if not reachable:
             self.skipTest("the build tree cannot be read by an ordinary user")
+        return identity
+
+    @unittest.skipIf(WINDOWS, "file modes do not bind the emulator's user")
+    def test_read_only_result_of_a_conversion_is_not_replaced(self):
+        identity = self.ordinary_user()
+        os.chmod(self.job, 0o777)
+        result = self.path("keep.ply")
+        with open(result, "wb") as file:
+            file.write(b"mine")
+        os.chmod(result, 0o444)
+        before = self.contents()
+        run = self.qzhost("convert", self.path("StockModelInput.tmp"), result, **identity)
+        self.assertEqual(run.code, 2, run.err)
+        self.assert_one_line(run.err, result + ": cannot be written")
+        self.assertEqual(self.contents(), before)
+
+    @unittest.skipIf(WINDOWS, "file modes do not bind the emulator's user")
+    def test_read_only_job_directory(self):
+        identity = self.ordinary_user()
+        os.chmod(self.job, 0o555)
+        self.addCleanup(os.chmod, self.job, 0o755)
         before = self.contents()
         run = self.qzhost("--quiet", "sweep", self.job, **identity)
         self.assertEqual(run.code, 1, run.err)
         self.assert_one_line(run.err, self.job, "cannot be written")
         self.assertEqual(self.contents(), before)
+
+    def test_directory_for_copies_that_is_not_there(self):
+        before = self.contents()
+        run = self.qzhost("--stock-data-dir", "none", "sweep", spelled(self.job))
+        self.assertEqual(run.code, 2)
+        self.assert_one_line(run.err, "none: there is no such directory")
+        self.assertEqual(self.contents(), before)
+
+    @unittest.skipUnless(os.path.exists("/dev/full") and not WINDOWS, "needs a full device")
+    def test_report_that_cannot_be_written(self):
+        with open("/dev/full", "wb") as full:
+            run = subprocess.run([os.path.join(BIN, EXECUTABLE), "info", self.job], stdout=full,
+                                 stderr=subprocess.PIPE, timeout=120, check=False)
+        self.assertEqual(run.returncode, 1)
+        self.assert_one_line(run.stderr.decode(), "standard output cannot be written")
 
     def test_add_in_without_its_resource_module(self):
         moved = os.path.join(self.folder, "bin")
@@ -284,13 +338,14 @@ class BadInput(SystemTest):
         run = self.qzhost("--json", "sweep", spelled(os.path.join(self.folder, "none")))
         self.assertEqual(run.code, 2)
         self.assertEqual(run.object()["exit_code"], 2)
-        self.assertIn("no such job directory", run.object()["error"])
+        self.assertIn("no such job directory", run.object()["reason"])
 
 
 class CommandLine(SystemTest):
     def test_help_at_every_level(self):
         run = self.qzhost("--help")
         self.assertEqual((run.code, run.err), (0, ""))
+        self.assertIn("\nUsage: qzhost [", run.out.replace("\r", ""))
         self.assertIn("sweep", run.out)
         run = self.qzhost("sweep", "--help")
         self.assertEqual((run.code, run.err), (0, ""))
@@ -304,11 +359,15 @@ class CommandLine(SystemTest):
     def test_wrong_usage(self):
         for arguments in ([], ["nonsense"], ["sweep"], ["sweep", self.job, "extra"],
                           ["--units", "ell", "sweep", self.job],
-                          ["--host-tolerance", "-1", "sweep", self.job]):
+                          ["--host-tolerance", "-1", "sweep", self.job],
+                          ["--host-tolerance=nan", "sweep", self.job],
+                          ["new-job", "none", "--stock", "box:0,0,0,1,1,1", "--gcode", "g",
+                           "--tools", "t", "--tolerance=-1"]):
             run = self.qzhost(*arguments)
             self.assertEqual(run.code, 2, arguments)
             self.assertEqual(run.out, "")
-            self.assertEqual(len(run.err.splitlines()), 1, run.err)
+            self.assert_one_line(run.err, "try --help")
+            self.assertLess(len(run.err), 120, run.err)
 
 
 class OtherAddIns(SystemTest):
