@@ -11,6 +11,7 @@
 #include "host/qzhost/HostSystem.h"
 #include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/Options.h"
+#include "host/qzhost/StatusBar.h"
 #include "host/qzhost/commands/commands.h"
 
 namespace {
@@ -44,6 +45,7 @@ void ApplyToHost(const Options& options) {
   SetHostMetric(metric);
   SetHostTolerance(
       options.hostTolerance.value_or(metric ? kToleranceInMillimetres : kToleranceInInches));
+  host::MuteStatus(options.quiet);
   const std::string& copies = options.stockDataDirectory;
   if (copies.empty()) return;
   // The add-in makes no copies at all where it finds no directory, and says nothing of it.
