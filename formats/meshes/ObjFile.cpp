@@ -10,6 +10,7 @@ namespace formats {
 namespace {
 
 constexpr std::string_view materialPrefix = "colour_";
+constexpr std::string_view emptyObject = "empty";
 
 // A corner is "vertex", "vertex/texture", "vertex//normal" or "vertex/texture/normal".
 std::int64_t ReadCorner(const TextScanner& scanner, std::string_view word,
@@ -57,6 +58,8 @@ Mesh ReadObj(const std::string& path, std::uint8_t colour) {
       ReadFace(scanner, colour, mesh);
     } else if (keyword == "usemtl") {
       ReadMaterial(scanner, colour);
+    } else if (keyword == "o" && scanner.Word() == emptyObject) {
+      // Our own mark of a surface of which nothing is left.
     } else {
       continue;
     }
@@ -71,6 +74,7 @@ void WriteObj(const std::string& path, const Mesh& mesh) {
   TextBuilder text(path);
   text.Add("# ", mesh.vertices.size(), " vertices, ", mesh.facets.size(), " facets\n");
   for (const auto& v : mesh.vertices) text.Add("v ", v[0], " ", v[1], " ", v[2], "\n");
+  if (mesh.vertices.empty()) text.Add("o ", emptyObject, "\n");
   int current = -1;
   for (const Facet& facet : mesh.facets) {
     if (facet.colour != current) text.Add("usemtl ", materialPrefix, int{facet.colour}, "\n");

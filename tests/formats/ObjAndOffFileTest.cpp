@@ -75,6 +75,15 @@ constexpr const char* offFile =
     "0 0 0 255 0 0\n1 0 0 255 0 0\n1 1 0 255 0 0\n\n0 1 0.25 255 0 0\n"
     "3 0 1 2\n3 0 1 2 60 170 70\n4 0 1 2 3 0.902 0.235 0.196 1.0\n3 0 1 3 12\n";
 
+TEST(WriteObj, MarksAnEmptyMeshSoThatItReadsBack) {
+  const ScratchDirectory directory;
+  formats::WriteObj(directory / "a.obj", {});
+  EXPECT_EQ(ReadContent(directory / "a.obj"), "# 0 vertices, 0 facets\no empty\n");
+  const formats::Mesh mesh = formats::ReadObj(directory / "a.obj", 0);
+  EXPECT_TRUE(mesh.vertices.empty());
+  EXPECT_TRUE(mesh.facets.empty());
+}
+
 TEST(ReadOff, TakesFacesWithAndWithoutColours) {
   const Mesh mesh = ReadWith(formats::ReadOff, offFile, 77);
   ASSERT_EQ(mesh.vertices.size(), 4U);
