@@ -1,6 +1,8 @@
 #include "formats/VertexJoiner.h"
 
+#include <algorithm>
 #include <bit>
+#include <cmath>
 
 namespace formats {
 namespace {
@@ -29,7 +31,7 @@ VertexJoiner::VertexJoiner(std::vector<std::array<double, 3>>& vertices)
 std::int32_t VertexJoiner::Number(const std::array<double, 3>& place) {
   const auto next = static_cast<std::int32_t>(vertices_.size());
   // NaN would never be found again, and a table full of it would be searched to its end each time.
-  if (place != place) {
+  if (std::any_of(place.begin(), place.end(), [](double c) { return std::isnan(c); })) {
     vertices_.push_back(place);
     return next;
   }

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -62,7 +63,10 @@ CString StockDataDirectory() {
   return text.has_value() ? text->c_str() : "";
 }
 
-void get_REG_KEY(char* key) { std::strcpy(key, kHostKey); }
+void get_REG_KEY(char* key) {
+  constexpr std::size_t kKeySize = 260;
+  std::snprintf(key, kKeySize, "%s", kHostKey);
+}
 
 char RegOpen(CString path, HKEY* key, HKEY parent, unsigned long access) {
   if (key == nullptr) return 0;

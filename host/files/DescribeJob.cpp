@@ -145,6 +145,7 @@ class Job {
 
   std::vector<std::string> PathNames() const {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(m_paths));
     for (int number = 0; number < m_paths; ++number) names.push_back(PathName(number));
     return names;
   }
@@ -158,14 +159,12 @@ class Job {
     } else if (name == "BinaryPaths.tmp") {
       CheckAge(name, PathNames(), reasons);
       CheckPathCount(description, reasons);
-    } else if (name == "BinaryPaths.txt") {
+    } else if (name == "BinaryPaths.txt" || name == "ErrorCapture.txt") {
       CheckAge(name, {"BinaryPaths.tmp"}, reasons);
     } else if (name == "StockModelOutput.tmp") {
       std::vector<std::string> sources = PathNames();
       sources.insert(sources.begin(), {"StockModelInput.tmp", "BinaryPaths.tmp"});
       CheckAge(name, sources, reasons);
-    } else if (name == "ErrorCapture.txt") {
-      CheckAge(name, {"BinaryPaths.tmp"}, reasons);
     } else if (name == "CompareResults.iff") {
       CheckAge(name, {"PartFileToCompare.iff", "StockModelOutput.tmp"}, reasons);
     } else if (!OriginalOf(name).empty() && IsJob()) {

@@ -264,7 +264,7 @@ int CString::Capacity() const noexcept { return m_text == nullptr ? 0 : Block()-
 void CString::Assign(const char* text, int length) {
   if (length == 0) {
     Empty();
-  } else if (length <= Capacity()) {
+  } else if (m_text != nullptr && length <= Capacity()) {
     // The text may be a part of this string.
     std::memmove(m_text, text, static_cast<size_t>(length));
     SetLength(length);
@@ -279,7 +279,7 @@ void CString::Append(const char* text, int length) {
   if (length == 0) return;
   const int before = GetLength();
   if (length > std::numeric_limits<int>::max() / 2 - before) throw std::bad_alloc();
-  if (before + length <= Capacity()) {
+  if (m_text != nullptr && before + length <= Capacity()) {
     std::memmove(m_text + before, text, static_cast<size_t>(length));
     SetLength(before + length);
     return;

@@ -98,7 +98,7 @@ std::string UnreadableInput(const Job& job) {
 std::string UnwritablePlace(const Job& job) {
   if (!IsWritableDirectory(job.directory)) return job.directory;
   for (const char* name : {"BinaryPaths.tmp", "BinaryPaths.txt", "StockModelOutput.tmp"}) {
-    const std::string path = job.directory + name;
+    std::string path = job.directory + name;
     if (IsDirectory(path)) return path;
     if (!StateOfFile(path).exists) continue;
     FILE* stream = OpenStdFile(path.c_str(), "r+b");
