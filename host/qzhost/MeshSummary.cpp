@@ -12,8 +12,12 @@ void AddSummary(Report& report, const std::string& suffix, const MeshSummary& su
                 const Options& options) {
   report.Add("facets_" + suffix, summary.facets, "facets " + suffix);
   report.Add("vertices_" + suffix, summary.vertices, "vertices " + suffix);
-  report.Add("volume_" + suffix, summary.volume, "volume " + suffix,
-             Fixed(summary.volume, 3) + " " + UnitsName(options.units) + "^3");
+  AddVolume(report, suffix, summary.volume, options);
+}
+
+void AddVolume(Report& report, const std::string& suffix, double volume, const Options& options) {
+  report.Add("volume_" + suffix, volume, "volume " + suffix,
+             Fixed(volume, 3) + " " + UnitsName(options.units) + "^3");
 }
 
 }  // namespace host

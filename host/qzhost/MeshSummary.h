@@ -22,4 +22,7 @@ MeshSummary Summarise(const formats::Mesh& mesh);
 void AddSummary(Report& report, const std::string& suffix, const MeshSummary& summary,
                 const Options& options);
 
+/// Adds volume_SUFFIX; `volume` in cubed length units.
+void AddVolume(Report& report, const std::string& suffix, double volume, const Options& options);
+
 }  // namespace host

@@ -17,6 +17,8 @@ class RealSweep(SystemTest):
         self.assertEqual((report["facets_in"], report["vertices_in"]), (12, 8))
         self.assertAlmostEqual(report["volume_in"], job_files.SLOT_JOB_VOLUME_IN, places=6)
         self.assertAlmostEqual(report["volume_out"], job_files.SLOT_JOB_VOLUME_OUT, places=4)
+        self.assertAlmostEqual(report["volume_removed"], job_files.SLOT_JOB_VOLUME_IN
+                               - job_files.SLOT_JOB_VOLUME_OUT, places=4)
         self.assertGreater(report["peak_memory"], 0)
         self.assertGreater(report["seconds"], 0)
         self.assertEqual(report["open_streams"], [])

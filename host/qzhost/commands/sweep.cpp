@@ -190,6 +190,9 @@ int Sweep(const std::string& path, const Options& options) {
   AddRun(report, outcome, verdict);
   if (stock.has_value()) AddSummary(report, "in", *stock, options);
   if (result.has_value()) AddSummary(report, "out", *result, options);
+  if (stock.has_value() && result.has_value()) {
+    AddVolume(report, "removed", stock->volume - result->volume, options);
+  }
   if (result.has_value() && result->facets == 0) report.AddLine("nothing is left of the stock");
   AddFiles(report, written);
   if (verdict.code == kSuccess) AddDamage(report, job);
