@@ -27,6 +27,9 @@ HMODULE LoadAddInLibrary(const std::string& path, std::string* reason) {
     return nullptr;
   }
   if (CallEntryRoutine(library, DLL_PROCESS_ATTACH) != 0) return library;
+  // As Windows does with a library that refuses: it is told that it goes, and can give back what it
+  // took before it found out.
+  CallEntryRoutine(library, DLL_PROCESS_DETACH);
   FreeLibrary(library);
   *reason = "its entry routine refuses (is Resources/QZTUtlRes.so in place?)";
   return nullptr;
