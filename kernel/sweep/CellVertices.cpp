@@ -77,11 +77,11 @@ void CellVertices::NumberVertices() {
     m_firstVertex.push_back(static_cast<std::uint32_t>(count));
     count += static_cast<std::uint64_t>(topology.loopCount);
     for (int axis = 0; axis < 3; ++axis) {
-      if (!topology.oneLoopTwice[static_cast<std::size_t>(2 * axis + 1)]) continue;
+      if (!topology.oneLoopTwice[2 * static_cast<std::size_t>(axis) + 1]) continue;
       const std::size_t beyond =
           m_cells.NumberOf(cell.i + (axis == 0), cell.j + (axis == 1), cell.k + (axis == 2));
       const CellTopology& other = TopologyOf(m_cells.SignsOf(m_cells.At(beyond)));
-      if (!other.oneLoopTwice[static_cast<std::size_t>(2 * axis)]) continue;
+      if (!other.oneLoopTwice[2 * static_cast<std::size_t>(axis)]) continue;
       for (int corner = 0; corner < 8; ++corner) {
         const bool onFace = (corner >> axis & 1) != 0;
         if (onFace && (signs >> corner & 1U) != 0) m_joints.push_back({number, axis, corner, 0});
