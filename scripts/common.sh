@@ -4,6 +4,10 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 jobs=$(nproc)
 
+# What scripts/fetch-samples.sh has fetched. The tests find the programs through the environment.
+samples=build/samples
+export QZ_PROGRAMS="$root/$samples/programs"
+
 # Wine keeps its world under the build folder and says nothing of its own.
 export WINEPREFIX="$root/build/windows/wine"
 export WINEDEBUG=-all

@@ -13,7 +13,7 @@ esac
 
 work=build/demo/$preset
 rm -rf "$work"
-mkdir -p "$work" build/demo/input
+mkdir -p "$work"
 
 scripts/setup.sh
 say "Building ($preset)"
@@ -26,29 +26,14 @@ else
     qzhost() { build/native/bin/qzhost "$@"; }
 fi
 
-# A real 3-axis program from the LinuxCNC project: block 100 x 100 x 50 mm, zero at the centre of
-# the top, ball cutter of 10 mm. Without a package server a program of our own takes its place.
-fetch_program() {
-    local program=build/demo/input/3D_Chips.ngc
-    [ -s "$program" ] && return 0
-    local folder=build/demo/input/package
-    rm -rf "$folder"
-    mkdir -p "$folder"
-    (cd "$folder" && apt-get download -qq linuxcnc-uspace >/dev/null 2>&1) || return 1
-    dpkg-deb --fsys-tarfile "$folder"/linuxcnc-uspace_*.deb | tar -x -C "$folder" --wildcards '*3D_Chips.ngc*' || return 1
-    local found
-    found=$(find "$folder" -name '3D_Chips.ngc*' -type f | head -n 1)
-    [ -n "$found" ] || return 1
-    case "$found" in *.gz) gunzip -c "$found" >"$program" ;; *) cp "$found" "$program" ;; esac
-    rm -rf "$folder"
-}
 say "Fetching the program"
-if fetch_program; then
-    program=build/demo/input/3D_Chips.ngc
+scripts/fetch-samples.sh
+program=$samples/programs/3D_Chips.ngc
+if [ -s "$program" ]; then
     echo "3D_Chips.ngc, from Debian's package linuxcnc-uspace"
 else
     program=samples/relief.ngc
-    echo "the package cannot be had; using $program"
+    echo "using $program"
 fi
 
 say "Making the job"

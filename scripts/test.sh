@@ -4,6 +4,7 @@
 started=$SECONDS
 
 scripts/setup.sh
+scripts/fetch-samples.sh
 say "Linux build"
 scripts/build.sh native
 say "Windows build"

@@ -1,6 +1,7 @@
 // The programs in samples/, against what their comments and samples/README.md promise.
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -149,12 +150,13 @@ TEST(Samples, ReliefFollowsItsFormulaOverTheWholeBlock) {
   }
 }
 
-// The real program that the demo fetches.
+// The real program that scripts/fetch-samples.sh fetches.
 TEST(Samples, RealProgramIsUnderstoodToTheLastWord) {
-  const char* samples = std::getenv("QZ_SAMPLES");
-  const std::string path = std::string(samples == nullptr ? "" : samples) + "/3D_Chips.ngc";
+  const char* programs = std::getenv("QZ_PROGRAMS");
+  const std::string path = std::string(programs == nullptr ? "" : programs) + "/3D_Chips.ngc";
   if (!std::filesystem::exists(path)) {
-    GTEST_SKIP() << "QZ_SAMPLES names no directory with 3D_Chips.ngc";
+    GTEST_SKIP() << "QZ_PROGRAMS names no directory with 3D_Chips.ngc; without a package server it "
+                    "cannot be fetched";
   }
   const auto table = formats::ReadToolTable(kSamples + "tools-demo.json", true);
   std::vector<formats::ProgramPath> paths;
