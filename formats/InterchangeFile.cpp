@@ -44,10 +44,7 @@ UndercutTool ReadUndercutTool(BinaryReader& reader) {
 ArcPiece ReadArcPiece(BinaryReader& reader) {
   ArcPiece arc;
   arc.index = reader.Read<std::int32_t>("custom arc's index");
-  arc.radius = reader.Read<double>("custom arc's radius");
-  arc.angleMin = reader.Read<double>("custom arc's smallest angle");
-  arc.angleMax = reader.Read<double>("custom arc's largest angle");
-  arc.flatLength = reader.Read<double>("custom arc's flat length");
+  ReadArcShape(reader, arc);
   arc.flip = reader.ReadFlag("custom arc's flip flag");
   arc.convex = reader.ReadFlag("custom arc's convex flag");
   return arc;
@@ -56,9 +53,7 @@ ArcPiece ReadArcPiece(BinaryReader& reader) {
 LinePiece ReadLinePiece(BinaryReader& reader) {
   LinePiece line;
   line.index = reader.Read<std::int32_t>("custom line's index");
-  line.height = reader.Read<double>("custom line's height");
-  line.taperAngle = reader.Read<double>("custom line's taper angle");
-  line.flatLength = reader.Read<double>("custom line's flat length");
+  ReadLineShape(reader, line);
   line.flip = reader.ReadFlag("custom line's flip flag");
   return line;
 }
@@ -128,18 +123,13 @@ void WriteCustomTool(BinaryWriter& writer, const CustomTool& tool) {
   WritePieceCounts(writer, tool);
   for (const ArcPiece& arc : tool.arcs) {
     writer.Write(arc.index);
-    writer.Write(arc.radius);
-    writer.Write(arc.angleMin);
-    writer.Write(arc.angleMax);
-    writer.Write(arc.flatLength);
+    WriteArcShape(writer, arc);
     writer.WriteFlag(arc.flip);
     writer.WriteFlag(arc.convex);
   }
   for (const LinePiece& line : tool.lines) {
     writer.Write(line.index);
-    writer.Write(line.height);
-    writer.Write(line.taperAngle);
-    writer.Write(line.flatLength);
+    WriteLineShape(writer, line);
     writer.WriteFlag(line.flip);
   }
 }

@@ -31,12 +31,7 @@ std::vector<ArcPiece> ReadArcs(BinaryReader& reader, std::uint64_t count) {
   std::vector<ArcPiece> arcs(static_cast<std::size_t>(count));
   for (ArcPiece& arc : arcs) arc.flip = reader.ReadFlag("custom arcs' flip flags");
   for (ArcPiece& arc : arcs) arc.index = reader.Read<std::int32_t>("custom arcs' indices");
-  for (ArcPiece& arc : arcs) {
-    arc.radius = reader.Read<double>("custom arc's radius");
-    arc.angleMin = reader.Read<double>("custom arc's smallest angle");
-    arc.angleMax = reader.Read<double>("custom arc's largest angle");
-    arc.flatLength = reader.Read<double>("custom arc's flat length");
-  }
+  for (ArcPiece& arc : arcs) ReadArcShape(reader, arc);
   for (ArcPiece& arc : arcs) arc.convex = reader.ReadFlag("custom arcs' convex flags");
   return arcs;
 }
@@ -46,11 +41,7 @@ std::vector<LinePiece> ReadLines(BinaryReader& reader, std::uint64_t count) {
   std::vector<LinePiece> lines(static_cast<std::size_t>(count));
   for (LinePiece& line : lines) line.flip = reader.ReadFlag("custom lines' flip flags");
   for (LinePiece& line : lines) line.index = reader.Read<std::int32_t>("custom lines' indices");
-  for (LinePiece& line : lines) {
-    line.height = reader.Read<double>("custom line's height");
-    line.taperAngle = reader.Read<double>("custom line's taper angle");
-    line.flatLength = reader.Read<double>("custom line's flat length");
-  }
+  for (LinePiece& line : lines) ReadLineShape(reader, line);
   return lines;
 }
 
@@ -98,17 +89,11 @@ void WriteCustomTool(BinaryWriter& writer, const CustomTool& tool) {
   WritePieceCounts(writer, tool);
   for (const ArcPiece& arc : tool.arcs) writer.WriteFlag(arc.flip);
   for (const ArcPiece& arc : tool.arcs) writer.Write(arc.index);
-  for (const ArcPiece& arc : tool.arcs) {
-    for (const double value : {arc.radius, arc.angleMin, arc.angleMax, arc.flatLength}) {
-      writer.Write(value);
-    }
-  }
+  for (const ArcPiece& arc : tool.arcs) WriteArcShape(writer, arc);
   for (const ArcPiece& arc : tool.arcs) writer.WriteFlag(arc.convex);
   for (const LinePiece& line : tool.lines) writer.WriteFlag(line.flip);
   for (const LinePiece& line : tool.lines) writer.Write(line.index);
-  for (const LinePiece& line : tool.lines) {
-    for (const double value : {line.height, line.taperAngle, line.flatLength}) writer.Write(value);
-  }
+  for (const LinePiece& line : tool.lines) WriteLineShape(writer, line);
 }
 
 void WriteTool(BinaryWriter& writer, const Tool& tool) {

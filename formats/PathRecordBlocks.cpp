@@ -62,6 +62,29 @@ void WriteConvexTool(BinaryWriter& writer, const ConvexTool& tool) {
   writer.Write(tool.upperBevelRadius);
 }
 
+void ReadArcShape(BinaryReader& reader, ArcPiece& arc) {
+  arc.radius = reader.Read<double>("custom arc's radius");
+  arc.angleMin = reader.Read<double>("custom arc's smallest angle");
+  arc.angleMax = reader.Read<double>("custom arc's largest angle");
+  arc.flatLength = reader.Read<double>("custom arc's flat length");
+}
+
+void ReadLineShape(BinaryReader& reader, LinePiece& line) {
+  line.height = reader.Read<double>("custom line's height");
+  line.taperAngle = reader.Read<double>("custom line's taper angle");
+  line.flatLength = reader.Read<double>("custom line's flat length");
+}
+
+void WriteArcShape(BinaryWriter& writer, const ArcPiece& arc) {
+  for (const double value : {arc.radius, arc.angleMin, arc.angleMax, arc.flatLength}) {
+    writer.Write(value);
+  }
+}
+
+void WriteLineShape(BinaryWriter& writer, const LinePiece& line) {
+  for (const double value : {line.height, line.taperAngle, line.flatLength}) writer.Write(value);
+}
+
 PieceCounts ReadPieceCounts(BinaryReader& reader) {
   const std::uint64_t offset = reader.Offset();
   PieceCounts counts{};

@@ -18,6 +18,13 @@ void WriteTolerancesAndPlacement(BinaryWriter& writer, const PathRecord& record)
 ConvexTool ReadConvexTool(BinaryReader& reader, const std::string& whose);
 void WriteConvexTool(BinaryWriter& writer, const ConvexTool& tool);
 
+// What describes the shape of a custom tool's piece: an arc's four doubles, a line's three. Where
+// its index and its flags stand is each file's own affair.
+void ReadArcShape(BinaryReader& reader, ArcPiece& arc);
+void ReadLineShape(BinaryReader& reader, LinePiece& line);
+void WriteArcShape(BinaryWriter& writer, const ArcPiece& arc);
+void WriteLineShape(BinaryWriter& writer, const LinePiece& line);
+
 // How many arcs and lines a custom tool has, checked: none negative, not both 0.
 struct PieceCounts {
   std::uint64_t arcs;

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "formats/ColourTable.h"
+#include "formats/meshes/ColouredFaces.h"
 #include "formats/meshes/PolygonFan.h"
-#include "formats/meshes/TextBuilder.h"
 #include "formats/meshes/TextScanner.h"
 
 namespace formats {
@@ -88,13 +88,7 @@ Mesh ReadOff(const std::string& path, std::uint8_t colour) {
 void WriteOff(const std::string& path, const Mesh& mesh) {
   TextBuilder text(path);
   text.Add("OFF\n", mesh.vertices.size(), " ", mesh.facets.size(), " 0\n");
-  for (const auto& v : mesh.vertices) text.Add(v[0], " ", v[1], " ", v[2], "\n");
-  for (const Facet& facet : mesh.facets) {
-    const auto& n = facet.vertices;
-    const Rgb rgb = RgbOfColour(facet.colour);
-    text.Add("3 ", n[0], " ", n[1], " ", n[2], " ", int{rgb.red}, " ", int{rgb.green}, " ",
-             int{rgb.blue}, "\n");
-  }
+  AddColouredFaces(text, mesh);
   text.Finish();
 }
 

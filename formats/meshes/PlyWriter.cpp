@@ -1,8 +1,8 @@
 #include <cstdint>
 
 #include "formats/ColourTable.h"
+#include "formats/meshes/ColouredFaces.h"
 #include "formats/meshes/PlyFile.h"
-#include "formats/meshes/TextBuilder.h"
 
 namespace formats {
 namespace {
@@ -36,13 +36,7 @@ void WritePlyBinary(const std::string& path, const Mesh& mesh) {
 void WritePlyAscii(const std::string& path, const Mesh& mesh) {
   TextBuilder text(path);
   text.Add(Header("ascii", mesh));
-  for (const auto& v : mesh.vertices) text.Add(v[0], " ", v[1], " ", v[2], "\n");
-  for (const Facet& facet : mesh.facets) {
-    const auto& n = facet.vertices;
-    const Rgb rgb = RgbOfColour(facet.colour);
-    text.Add("3 ", n[0], " ", n[1], " ", n[2], " ", int{rgb.red}, " ", int{rgb.green}, " ",
-             int{rgb.blue}, "\n");
-  }
+  AddColouredFaces(text, mesh);
   text.Finish();
 }
 
