@@ -1,7 +1,8 @@
 // Two makers of the same files, the add-in's rooms and formats/, check each other.
+#include <cstdint>
 #include <gmock/gmock.h>
+#include <string>
 
-#include "FileBuilder.h"
 #include "formats/BinarySurface.h"
 #include "formats/FileError.h"
 #include "formats/InterchangeFile.h"
@@ -9,6 +10,7 @@
 #include "stock/LoadBinarySurface.h"
 #include "stock/SurfaceXferQZ.h"
 #include "support/FileBuilder.h"
+#include "support/MessageOf.h"
 #include "support/TempDirectory.h"
 #include "support/TestHost.h"
 #include "toolpaths/CombinePathInfoFiles.h"
@@ -19,6 +21,9 @@ namespace {
 
 using formats::FileError;
 using formats::PathRecord;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::WriteWholeFile;
 
 PathRecord ConvexPath() {
   PathRecord record;
@@ -65,7 +70,7 @@ TEST_F(AddInCrossCheck, TheCombinerMakesOfOurPathFilesWhatWeWriteOurselves) {
   formats::WritePathInfoFile(File("TmpPathInfo1.tmp"), CustomPath());
   ASSERT_TRUE(CombinePathInfoFiles(Directory()));
   formats::WriteInterchangeFile(File("ours.tmp"), {ConvexPath(), CustomPath()});
-  EXPECT_EQ(ReadContent(File("BinaryPaths.tmp")), ReadContent(File("ours.tmp")));
+  EXPECT_EQ(ReadWholeFile(File("BinaryPaths.tmp")), ReadWholeFile(File("ours.tmp")));
   EXPECT_EQ(formats::ReadInterchangeFile(File("BinaryPaths.tmp")).size(), 2U);
 }
 
@@ -78,9 +83,9 @@ TEST_F(AddInCrossCheck, TheConverterTakesEveryToolTypeThatWeWrite) {
 // The delimiter is left out: the converter does not look at it.
 TEST_F(AddInCrossCheck, BothRefuseTheSameCutOrDamagedInterchangeFiles) {
   formats::WriteInterchangeFile(File("ours.tmp"), {ConvexPath(), UndercutPath(), CustomPath()});
-  const std::string whole = ReadContent(File("ours.tmp"));
+  const std::string whole = ReadWholeFile(File("ours.tmp"));
   const auto expectAgreement = [&](const std::string& content) {
-    WriteContent(File("BinaryPaths.tmp"), content);
+    WriteWholeFile(File("BinaryPaths.tmp"), content);
     const auto read = [&] { formats::ReadInterchangeFile(File("BinaryPaths.tmp")); };
     const bool weTakeIt = MessageOf<FileError>(read).empty();
     EXPECT_EQ(DumpBinaryPathsText(Directory()), weTakeIt);
@@ -121,7 +126,7 @@ TEST_F(AddInCrossCheck, OurSurfaceGoesThroughLoaderAndChannelToTheSameBytes) {
   formats::WriteBinarySurface(File("ours.iff"), Fan(300));
   SurfaceXferQZ channel(File("theirs.iff").c_str());
   ASSERT_TRUE(LoadBinarySurface(File("ours.iff").c_str(), &channel, 0, 0, nullptr));
-  EXPECT_EQ(ReadContent(File("theirs.iff")), ReadContent(File("ours.iff")));
+  EXPECT_EQ(ReadWholeFile(File("theirs.iff")), ReadWholeFile(File("ours.iff")));
 }
 
 TEST_F(AddInCrossCheck, WeReadTheChannelsReorderedBlocksAsTheSameFacets) {

@@ -1,23 +1,33 @@
 #include <cmath>
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <limits>
+#include <string>
+#include <string_view>
 
-#include "FileBuilder.h"
 #include "formats/BinarySurface.h"
 #include "formats/FileError.h"
+#include "support/FileBuilder.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
 using formats::FileError;
+using support::FileBuilder;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::HasSubstr;
 
 // Four vertices, two facets of colours 7 and 255.
-Bytes TwoFacets() {
-  Bytes bytes;
-  bytes.Text("binary surface").I32(4).I32(2);
-  bytes.F64(0, 0, 0).F64(1.5, 0, 0).F64(1.5, 2.25, 0).F64(0, 2.25, -1e300);
-  bytes.I32(1).I32(2).I32(3).U8(7);
-  bytes.I32(1).I32(3).I32(4).U8(255);
+FileBuilder TwoFacets() {
+  FileBuilder bytes;
+  bytes.Text("binary surface").Int32(4).Int32(2);
+  bytes.Doubles({0, 0, 0}).Doubles({1.5, 0, 0}).Doubles({1.5, 2.25, 0}).Doubles({0, 2.25, -1e300});
+  bytes.Int32(1).Int32(2).Int32(3).Uint8(7);
+  bytes.Int32(1).Int32(3).Int32(4).Uint8(255);
   return bytes;
 }
 
@@ -27,13 +37,13 @@ formats::Mesh TwoFacetsMesh() {
 }
 
 std::string ReadMessage(const std::string& path, std::string_view content) {
-  WriteContent(path, content);
+  WriteWholeFile(path, content);
   return MessageOf<FileError>([&] { formats::ReadBinarySurface(path); });
 }
 
 TEST(ReadBinarySurface, TakesVerticesAndZeroBasedFacets) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "a.iff", TwoFacets().Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "a.iff", TwoFacets().Bytes());
   const formats::Mesh mesh = formats::ReadBinarySurface(directory / "a.iff");
   EXPECT_EQ(mesh.vertices, TwoFacetsMesh().vertices);
   ASSERT_EQ(mesh.facets.size(), 2U);
@@ -44,8 +54,8 @@ TEST(ReadBinarySurface, TakesVerticesAndZeroBasedFacets) {
 }
 
 TEST(ReadBinarySurface, RefusesEveryTruncatedLengthAndNamesTheByte) {
-  const ScratchDirectory directory;
-  const std::string whole = TwoFacets().Content();
+  const TempDirectory directory;
+  const std::string whole = TwoFacets().Bytes();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const std::string message = ReadMessage(directory / "cut.iff", whole.substr(0, length));
     EXPECT_THAT(message, HasSubstr("cut.iff: the file ends within the ")) << length;
@@ -54,26 +64,27 @@ TEST(ReadBinarySurface, RefusesEveryTruncatedLengthAndNamesTheByte) {
 }
 
 TEST(ReadBinarySurface, LooksAtNothingBehindTheLastFacet) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "long.iff", TwoFacets().Text("x").Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "long.iff", TwoFacets().Text("x").Bytes());
   EXPECT_EQ(formats::ReadBinarySurface(directory / "long.iff").facets.size(), 2U);
 }
 
 TEST(ReadBinarySurface, TakesAnEmptySurface) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "empty.iff", Bytes().Text("binary surface").I32(0).I32(0).Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "empty.iff",
+                 FileBuilder().Text("binary surface").Int32(0).Int32(0).Bytes());
   const formats::Mesh mesh = formats::ReadBinarySurface(directory / "empty.iff");
   EXPECT_TRUE(mesh.vertices.empty());
   EXPECT_TRUE(mesh.facets.empty());
 }
 
 TEST(ReadBinarySurface, PassesNonFiniteCoordinatesOn) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double inf = std::numeric_limits<double>::infinity();
-  Bytes bytes;
-  bytes.Text("binary surface").I32(1).I32(0).F64(nan, inf, -inf);
-  WriteContent(directory / "nan.iff", bytes.Content());
+  FileBuilder bytes;
+  bytes.Text("binary surface").Int32(1).Int32(0).Doubles({nan, inf, -inf});
+  WriteWholeFile(directory / "nan.iff", bytes.Bytes());
   const formats::Mesh mesh = formats::ReadBinarySurface(directory / "nan.iff");
   ASSERT_EQ(mesh.vertices.size(), 1U);
   EXPECT_TRUE(std::isnan(mesh.vertices[0][0]));
@@ -82,44 +93,51 @@ TEST(ReadBinarySurface, PassesNonFiniteCoordinatesOn) {
 }
 
 TEST(ReadBinarySurface, RefusesAnotherHeader) {
-  const ScratchDirectory directory;
-  std::string content = TwoFacets().Content();
+  const TempDirectory directory;
+  std::string content = TwoFacets().Bytes();
   content[13] = 'E';
   EXPECT_THAT(ReadMessage(directory / "a.iff", content), HasSubstr("header"));
 }
 
 TEST(ReadBinarySurface, RefusesNegativeCounts) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const std::string path = directory / "a.iff";
-  EXPECT_THAT(ReadMessage(path, Bytes().Text("binary surface").I32(-1).I32(0).Content()),
+  EXPECT_THAT(ReadMessage(path, FileBuilder().Text("binary surface").Int32(-1).Int32(0).Bytes()),
               HasSubstr("the vertex count is negative (byte 14)"));
-  EXPECT_THAT(ReadMessage(path, Bytes().Text("binary surface").I32(0).I32(-2).Content()),
+  EXPECT_THAT(ReadMessage(path, FileBuilder().Text("binary surface").Int32(0).Int32(-2).Bytes()),
               HasSubstr("the facet count is negative (byte 18)"));
 }
 
 TEST(ReadBinarySurface, RefusesCountsTheFileCannotHoldBeforeAllocating) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const std::string path = directory / "a.iff";
   const int huge = std::numeric_limits<std::int32_t>::max();
-  EXPECT_THAT(ReadMessage(path, Bytes().Text("binary surface").I32(huge).I32(1).Content()),
+  EXPECT_THAT(ReadMessage(path, FileBuilder().Text("binary surface").Int32(huge).Int32(1).Bytes()),
               HasSubstr("2147483647 announced, room for 0 (byte 22)"));
-  EXPECT_THAT(ReadMessage(path, Bytes().Text("binary surface").I32(0).I32(huge).Content()),
+  EXPECT_THAT(ReadMessage(path, FileBuilder().Text("binary surface").Int32(0).Int32(huge).Bytes()),
               HasSubstr("2147483647 announced, room for 0 (byte 22)"));
 }
 
 TEST(ReadBinarySurface, RefusesVertexNumbersOutsideTheFile) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const std::string path = directory / "a.iff";
   for (const int number : {0, -1, 2, std::numeric_limits<std::int32_t>::min()}) {
-    Bytes bytes;
-    bytes.Text("binary surface").I32(1).I32(1).F64(0, 0, 0).I32(1).I32(number).I32(1).U8(0);
-    EXPECT_THAT(ReadMessage(path, bytes.Content()),
+    FileBuilder bytes;
+    bytes.Text("binary surface")
+        .Int32(1)
+        .Int32(1)
+        .Doubles({0, 0, 0})
+        .Int32(1)
+        .Int32(number)
+        .Int32(1)
+        .Uint8(0);
+    EXPECT_THAT(ReadMessage(path, bytes.Bytes()),
                 HasSubstr("vertex number " + std::to_string(number) + " is not in 1..1 (byte 50)"));
   }
 }
 
 TEST(ReadBinarySurface, NamesAMissingFileAndADirectory) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const auto missing = [&] { formats::ReadBinarySurface(directory / "none.iff"); };
   EXPECT_THAT(MessageOf<FileError>(missing), HasSubstr("none.iff: cannot be opened"));
   const auto folder = [&] { formats::ReadBinarySurface(directory / "."); };
@@ -127,8 +145,8 @@ TEST(ReadBinarySurface, NamesAMissingFileAndADirectory) {
 }
 
 TEST(ReadBinarySurface, UnderstandsBothSeparators) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "a.iff", TwoFacets().Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "a.iff", TwoFacets().Bytes());
   std::string path = directory / "a.iff";
   for (char& c : path) {
     if (c == '/') c = '\\';
@@ -137,46 +155,46 @@ TEST(ReadBinarySurface, UnderstandsBothSeparators) {
 }
 
 TEST(WriteBinarySurface, WritesTheFormatByteForByte) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteBinarySurface(directory / "a.iff", TwoFacetsMesh());
-  EXPECT_EQ(ReadContent(directory / "a.iff"), TwoFacets().Content());
+  EXPECT_EQ(ReadWholeFile(directory / "a.iff"), TwoFacets().Bytes());
 }
 
 TEST(WriteBinarySurface, WritesAnEmptySurfaceOf22Bytes) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteBinarySurface(directory / "a.iff", {});
-  EXPECT_EQ(ReadContent(directory / "a.iff"),
-            Bytes().Text("binary surface").I32(0).I32(0).Content());
+  EXPECT_EQ(ReadWholeFile(directory / "a.iff"),
+            FileBuilder().Text("binary surface").Int32(0).Int32(0).Bytes());
 }
 
 TEST(WriteBinarySurface, KeepsTheOrderAcrossManyBlocks) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::Mesh mesh;
-  Bytes expected;
+  FileBuilder expected;
   const int count = 30000;
-  expected.Text("binary surface").I32(count).I32(count);
+  expected.Text("binary surface").Int32(count).Int32(count);
   for (int i = 0; i < count; ++i) {
     mesh.vertices.push_back({1.0 * i, 0.5 * i, -2.0 * i});
-    expected.F64(1.0 * i, 0.5 * i, -2.0 * i);
+    expected.Doubles({1.0 * i, 0.5 * i, -2.0 * i});
   }
   for (int i = 0; i < count; ++i) {
     mesh.facets.push_back({{i, (i + 1) % count, 0}, static_cast<std::uint8_t>(i % 256)});
-    expected.I32(i + 1).I32((i + 1) % count + 1).I32(1).U8(i % 256);
+    expected.Int32(i + 1).Int32((i + 1) % count + 1).Int32(1).Uint8(i % 256);
   }
   formats::WriteBinarySurface(directory / "a.iff", mesh);
-  EXPECT_TRUE(ReadContent(directory / "a.iff") == expected.Content());
+  EXPECT_TRUE(ReadWholeFile(directory / "a.iff") == expected.Bytes());
   EXPECT_TRUE(formats::ReadBinarySurface(directory / "a.iff").vertices == mesh.vertices);
 }
 
 TEST(WriteBinarySurface, RefusesFacetsOfVerticesTheMeshLacks) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const formats::Mesh mesh{{{0, 0, 0}}, {{{0, 1, 0}, 0}}};
   const auto write = [&] { formats::WriteBinarySurface(directory / "a.iff", mesh); };
   EXPECT_THAT(MessageOf<FileError>(write), HasSubstr("a facet names vertex 1 of 1"));
 }
 
 TEST(WriteBinarySurface, NamesAPlaceThatCannotBeWritten) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const auto write = [&] { formats::WriteBinarySurface(directory / "none/a.iff", {}); };
   EXPECT_THAT(MessageOf<FileError>(write), HasSubstr("cannot be written"));
 }

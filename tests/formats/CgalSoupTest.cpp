@@ -4,17 +4,23 @@
 #include <CGAL/IO/PLY.h>
 #include <CGAL/IO/STL.h>
 #include <CGAL/Simple_cartesian.h>
+#include <array>
+#include <cstdint>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <string>
+#include <vector>
 
-#include "FileBuilder.h"
 #include "formats/meshes/MeshFile.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
+using Point = CGAL::Simple_cartesian<double>::Point_3;
 using formats::Mesh;
 using formats::MeshEncoding;
 using formats::MeshFormat;
-using Point = CGAL::Simple_cartesian<double>::Point_3;
+using support::TempDirectory;
 
 struct Soup {
   std::vector<Point> points;
@@ -71,7 +77,7 @@ class CgalSoup : public testing::Test {
     return path;
   }
 
-  ScratchDirectory directory_;
+  TempDirectory directory_;
   Soup soup_;
 };
 

@@ -1,14 +1,19 @@
 #include <gtest/gtest.h>
+#include <string_view>
+#include <vector>
 
-#include "FileBuilder.h"
 #include "formats/ErrorCapture.h"
 #include "formats/FileError.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
+using support::TempDirectory;
+using support::WriteWholeFile;
+
 std::vector<formats::CapturedMessage> EntriesOf(std::string_view content) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "ErrorCapture.txt", content);
+  const TempDirectory directory;
+  WriteWholeFile(directory / "ErrorCapture.txt", content);
   return formats::ReadErrorCapture(directory / "ErrorCapture.txt");
 }
 
@@ -50,7 +55,7 @@ TEST(ReadErrorCapture, TakesAnEntryCutShort) {
 }
 
 TEST(ReadErrorCapture, ThrowsWhenTheFileIsMissing) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   EXPECT_THROW(formats::ReadErrorCapture(directory / "none.txt"), formats::FileError);
 }
 

@@ -1,38 +1,55 @@
 #include <cmath>
+#include <cstring>
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include "FileBuilder.h"
 #include "PathRecordSamples.h"
 #include "formats/FileError.h"
 #include "formats/InterchangeFile.h"
+#include "support/FileBuilder.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
 using formats::FileError;
 using formats::PathRecord;
+using support::FileBuilder;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 // Three paths, one of each tool type; the first has two cuts.
-Bytes ThreePaths() {
-  Bytes bytes;
-  bytes.Text("binary toolpaths").I32(0).U32(3);
-  bytes.I32(1).I32(9);
+FileBuilder ThreePaths() {
+  FileBuilder bytes;
+  bytes.Text("binary toolpaths").Int32(0).Uint32(3);
+  bytes.Int32(1).Int32(9);
   AddPlacement(bytes);
-  bytes.I32(1).F64(1.5, 2.5, 5, 45, 12, 0.5);
-  bytes.U32(2).U32(1).F64(1, 2, 3).U32(2).F64(4, 5, 6, 7, 8, 9);
-  bytes.I32(2).I32(200);
+  bytes.Int32(1).Doubles({1.5, 2.5, 5, 45, 12, 0.5});
+  bytes.Uint32(2).Uint32(1).Doubles({1, 2, 3}).Uint32(2).Doubles({4, 5, 6, 7, 8, 9});
+  bytes.Int32(2).Int32(200);
   AddPlacement(bytes);
-  bytes.I32(2).F64(1, 2).U8(1).F64(3, 4, 5, 6, 7, 8).U8(0).F64(9, 10, 11, 12, 13, 14);
-  bytes.U32(1).U32(2).F64(1, 2, 3, 0, 0, 1, 4, 5, 6, 0, 1, 0);
-  bytes.I32(1).I32(3);
+  bytes.Int32(2)
+      .Doubles({1, 2})
+      .Uint8(1)
+      .Doubles({3, 4, 5, 6, 7, 8})
+      .Uint8(0)
+      .Doubles({9, 10, 11, 12, 13, 14});
+  bytes.Uint32(1).Uint32(2).Doubles({1, 2, 3, 0, 0, 1, 4, 5, 6, 0, 1, 0});
+  bytes.Int32(1).Int32(3);
   AddPlacement(bytes);
-  bytes.I32(3).I32(2).I32(1);
-  bytes.I32(0).F64(1, 2, 3, 4).U8(1).U8(0);
-  bytes.I32(2).F64(5, 6, 7, 8).U8(0).U8(1);
-  bytes.I32(1).F64(9, 10, 11).U8(1);
-  bytes.U32(1).U32(2).F64(1, 2, 3, 4, 5, 6);
+  bytes.Int32(3).Int32(2).Int32(1);
+  bytes.Int32(0).Doubles({1, 2, 3, 4}).Uint8(1).Uint8(0);
+  bytes.Int32(2).Doubles({5, 6, 7, 8}).Uint8(0).Uint8(1);
+  bytes.Int32(1).Doubles({9, 10, 11}).Uint8(1);
+  bytes.Uint32(1).Uint32(2).Doubles({1, 2, 3, 4, 5, 6});
   return bytes;
 }
 
@@ -43,25 +60,25 @@ std::vector<PathRecord> ThreePathRecords() {
 }
 
 std::string InterchangeMessage(const std::string& path, std::string_view content) {
-  WriteContent(path, content);
+  WriteWholeFile(path, content);
   return MessageOf<FileError>([&] { formats::ReadInterchangeFile(path); });
 }
 
 // The bytes of one convex 3-axis path with the field at `offset` replaced.
 template <typename T>
 std::string OnePathWith(std::size_t offset, T value) {
-  Bytes bytes;
-  bytes.Text("binary toolpaths").I32(0).U32(1).I32(1).I32(9);
+  FileBuilder bytes;
+  bytes.Text("binary toolpaths").Int32(0).Uint32(1).Int32(1).Int32(9);
   AddPlacement(bytes);
-  bytes.I32(1).F64(1.5, 2.5, 5, 45, 12, 0.5).U32(1).U32(1).F64(1, 2, 3);
-  std::string content = bytes.Content();
+  bytes.Int32(1).Doubles({1.5, 2.5, 5, 45, 12, 0.5}).Uint32(1).Uint32(1).Doubles({1, 2, 3});
+  std::string content = bytes.Bytes();
   std::memcpy(content.data() + offset, &value, sizeof value);
   return content;
 }
 
 TEST(ReadInterchangeFile, TakesEveryFieldOfEveryToolType) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "b.tmp", ThreePaths().Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "b.tmp", ThreePaths().Bytes());
   const std::vector<PathRecord> records = formats::ReadInterchangeFile(directory / "b.tmp");
   ASSERT_EQ(records.size(), 3U);
   for (const PathRecord& record : records) ExpectPlaced(record);
@@ -80,8 +97,8 @@ TEST(ReadInterchangeFile, TakesEveryFieldOfEveryToolType) {
 }
 
 TEST(ReadInterchangeFile, RefusesEveryTruncatedLength) {
-  const ScratchDirectory directory;
-  const std::string whole = ThreePaths().Content();
+  const TempDirectory directory;
+  const std::string whole = ThreePaths().Bytes();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     const std::string message = InterchangeMessage(directory / "cut.tmp", whole.substr(0, length));
     EXPECT_THAT(message, HasSubstr("cut.tmp: the file ends within the ")) << length;
@@ -89,19 +106,20 @@ TEST(ReadInterchangeFile, RefusesEveryTruncatedLength) {
 }
 
 TEST(ReadInterchangeFile, LooksAtNothingBehindTheLastPath) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "b.tmp", ThreePaths().Text("x").Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "b.tmp", ThreePaths().Text("x").Bytes());
   EXPECT_EQ(formats::ReadInterchangeFile(directory / "b.tmp").size(), 3U);
 }
 
 TEST(ReadInterchangeFile, TakesAFileWithoutPaths) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "b.tmp", Bytes().Text("binary toolpaths").I32(0).U32(0).Content());
+  const TempDirectory directory;
+  WriteWholeFile(directory / "b.tmp",
+                 FileBuilder().Text("binary toolpaths").Int32(0).Uint32(0).Bytes());
   EXPECT_TRUE(formats::ReadInterchangeFile(directory / "b.tmp").empty());
 }
 
 TEST(ReadInterchangeFile, RefusesEachWrongFieldAndNamesItsByte) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const std::string path = directory / "b.tmp";
   EXPECT_THAT(InterchangeMessage(path, OnePathWith(0, 'B')), HasSubstr("delimiter"));
   EXPECT_THAT(InterchangeMessage(path, OnePathWith(16, 1)),
@@ -121,7 +139,7 @@ TEST(ReadInterchangeFile, RefusesEachWrongFieldAndNamesItsByte) {
 }
 
 TEST(ReadInterchangeFile, RunsIntoTheEndOfTheDataOnHugeCounts) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const std::string path = directory / "b.tmp";
   EXPECT_THAT(InterchangeMessage(path, OnePathWith(20, -1)), HasSubstr("(byte 236)"));
   EXPECT_THAT(InterchangeMessage(path, OnePathWith(204, -1)), HasSubstr("(byte 236)"));
@@ -130,15 +148,15 @@ TEST(ReadInterchangeFile, RunsIntoTheEndOfTheDataOnHugeCounts) {
 }
 
 TEST(ReadInterchangeFile, ChecksTheNumbersOfCustomPieces) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const auto customPath = [](int arcs, int lines) {
-    Bytes bytes;
-    bytes.Text("binary toolpaths").I32(0).U32(1).I32(1).I32(9);
+    FileBuilder bytes;
+    bytes.Text("binary toolpaths").Int32(0).Uint32(1).Int32(1).Int32(9);
     AddPlacement(bytes);
-    bytes.I32(3).I32(arcs).I32(lines);
-    for (int i = 0; i < lines; ++i) bytes.I32(i).F64(9, 10, 11).U8(1);
-    bytes.U32(1).U32(1).F64(1, 2, 3);
-    return bytes.Content();
+    bytes.Int32(3).Int32(arcs).Int32(lines);
+    for (int i = 0; i < lines; ++i) bytes.Int32(i).Doubles({9, 10, 11}).Uint8(1);
+    bytes.Uint32(1).Uint32(1).Doubles({1, 2, 3});
+    return bytes.Bytes();
   };
   const std::string path = directory / "b.tmp";
   EXPECT_THAT(InterchangeMessage(path, customPath(0, 0)), HasSubstr("no pieces (byte 156)"));
@@ -150,29 +168,30 @@ TEST(ReadInterchangeFile, ChecksTheNumbersOfCustomPieces) {
 }
 
 TEST(ReadInterchangeFile, TakesEveryFlagButZeroAsTrue) {
-  const ScratchDirectory directory;
-  std::string content = ThreePaths().Content();
-  const std::size_t flip = content.find(Bytes().F64(1, 2).U8(1).F64(3).Content()) + 16;
+  const TempDirectory directory;
+  std::string content = ThreePaths().Bytes();
+  const std::size_t flip =
+      content.find(FileBuilder().Doubles({1, 2}).Uint8(1).Double(3).Bytes()) + 16;
   content[flip] = '\x80';
-  WriteContent(directory / "b.tmp", content);
+  WriteWholeFile(directory / "b.tmp", content);
   ExpectUndercut(formats::ReadInterchangeFile(directory / "b.tmp")[1].tool);
 }
 
 TEST(ReadInterchangeFile, PassesNonFiniteDoublesOn) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  WriteContent(directory / "b.tmp", OnePathWith(32, nan));
+  WriteWholeFile(directory / "b.tmp", OnePathWith(32, nan));
   EXPECT_TRUE(std::isnan(formats::ReadInterchangeFile(directory / "b.tmp")[0].sweepToler));
 }
 
 TEST(WriteInterchangeFile, WritesTheFormatByteForByte) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteInterchangeFile(directory / "b.tmp", ThreePathRecords());
-  EXPECT_EQ(ReadContent(directory / "b.tmp"), ThreePaths().Content());
+  EXPECT_EQ(ReadWholeFile(directory / "b.tmp"), ThreePaths().Bytes());
 }
 
 TEST(WriteInterchangeFile, RefusesWhatTheFormatCannotHold) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const auto message = [&](const PathRecord& record) {
     return MessageOf<FileError>(
         [&] { formats::WriteInterchangeFile(directory / "b.tmp", {record}); });

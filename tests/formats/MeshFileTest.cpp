@@ -1,8 +1,11 @@
+#include <cstdint>
 #include <gmock/gmock.h>
+#include <optional>
 
-#include "FileBuilder.h"
 #include "formats/FileError.h"
 #include "formats/meshes/MeshFile.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
@@ -10,6 +13,10 @@ using formats::FileError;
 using formats::Mesh;
 using formats::MeshEncoding;
 using formats::MeshFormat;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::HasSubstr;
 
 // Awkward doubles that single precision cannot hold, all 256 colours.
@@ -36,7 +43,7 @@ void ExpectSame(const Mesh& a, const Mesh& b, bool colours) {
 }
 
 TEST(WriteMesh, RoundTripsEveryDoubleAndColourThatTheFormatHolds) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const Mesh mesh = ManyColours();
   struct Case {
     MeshFormat format;
@@ -58,7 +65,7 @@ TEST(WriteMesh, RoundTripsEveryDoubleAndColourThatTheFormatHolds) {
 }
 
 TEST(WriteMesh, RoundsToSinglePrecisionInBinaryStl) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const Mesh mesh{{{0.1, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {{{0, 1, 2}, 5}}};
   formats::WriteMesh(directory / "m.stl", mesh, MeshFormat::Stl, MeshEncoding::Binary);
   const Mesh back = formats::ReadMesh(directory / "m.stl", 33);
@@ -67,18 +74,18 @@ TEST(WriteMesh, RoundsToSinglePrecisionInBinaryStl) {
 }
 
 TEST(WriteMesh, GivesTheSameBytesEachTime) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const Mesh mesh = ManyColours();
   for (const MeshFormat format : {MeshFormat::Ply, MeshFormat::Obj, MeshFormat::Off}) {
     const MeshEncoding encoding = formats::UsualEncoding(format);
     formats::WriteMesh(directory / "a", mesh, format, encoding);
     formats::WriteMesh(directory / "b", mesh, format, encoding);
-    EXPECT_TRUE(ReadContent(directory / "a") == ReadContent(directory / "b"));
+    EXPECT_TRUE(ReadWholeFile(directory / "a") == ReadWholeFile(directory / "b"));
   }
 }
 
 TEST(WriteMesh, RefusesAnEncodingTheFormatDoesNotHave) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   const auto write = [&] {
     formats::WriteMesh(directory / "m.iff", {}, MeshFormat::BinarySurface, MeshEncoding::Ascii);
   };
@@ -97,18 +104,18 @@ TEST(FormatByExtension, KnowsTheFiveFormatsInEitherCase) {
 }
 
 TEST(MeshFormatOf, TrustsTheContentMoreThanTheName) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "a.stl", "ply\nformat ascii 1.0\nend_header\n");
+  const TempDirectory directory;
+  WriteWholeFile(directory / "a.stl", "ply\nformat ascii 1.0\nend_header\n");
   EXPECT_EQ(formats::MeshFormatOf(directory / "a.stl"), MeshFormat::Ply);
-  WriteContent(directory / "a.ply", "  # first\nNOFF\n0 0 0\n");
+  WriteWholeFile(directory / "a.ply", "  # first\nNOFF\n0 0 0\n");
   EXPECT_EQ(formats::MeshFormatOf(directory / "a.ply"), MeshFormat::Off);
-  WriteContent(directory / "a.off", "Solid x\nendsolid\n");
+  WriteWholeFile(directory / "a.off", "Solid x\nendsolid\n");
   EXPECT_EQ(formats::MeshFormatOf(directory / "a.off"), MeshFormat::Stl);
 }
 
 TEST(MeshFormatOf, NamesAFileThatIsNoMesh) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "a.txt", "hello\n");
+  const TempDirectory directory;
+  WriteWholeFile(directory / "a.txt", "hello\n");
   const auto ask = [&] { formats::MeshFormatOf(directory / "a.txt"); };
   EXPECT_THAT(MessageOf<FileError>(ask), HasSubstr("a.txt: not a mesh file"));
 }

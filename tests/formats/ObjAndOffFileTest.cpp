@@ -1,21 +1,29 @@
+#include <cstdint>
 #include <gmock/gmock.h>
+#include <string>
+#include <string_view>
 
-#include "FileBuilder.h"
 #include "formats/FileError.h"
 #include "formats/meshes/ObjFile.h"
 #include "formats/meshes/OffFile.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
 using formats::FileError;
 using formats::Mesh;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 template <typename Read>
 Mesh ReadWith(Read read, std::string_view content, std::uint8_t colour = 0) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "m.txt", content);
+  const TempDirectory directory;
+  WriteWholeFile(directory / "m.txt", content);
   return read(directory / "m.txt", colour);
 }
 
@@ -63,9 +71,9 @@ Mesh ThreeFacets() {
 }
 
 TEST(WriteObj, NamesAMaterialWhereverTheColourChanges) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteObj(directory / "m.obj", ThreeFacets());
-  EXPECT_EQ(ReadContent(directory / "m.obj"),
+  EXPECT_EQ(ReadWholeFile(directory / "m.obj"),
             "# 3 vertices, 3 facets\nv 0 0 0\nv 0.1 0 0\nv 0 -1e+30 0\n"
             "usemtl colour_1\nf 1 2 3\nf 3 2 1\nusemtl colour_0\nf 1 3 2\n");
 }
@@ -76,9 +84,9 @@ constexpr const char* offFile =
     "3 0 1 2\n3 0 1 2 60 170 70\n4 0 1 2 3 0.902 0.235 0.196 1.0\n3 0 1 3 12\n";
 
 TEST(WriteObj, MarksAnEmptyMeshSoThatItReadsBack) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteObj(directory / "a.obj", {});
-  EXPECT_EQ(ReadContent(directory / "a.obj"), "# 0 vertices, 0 facets\no empty\n");
+  EXPECT_EQ(ReadWholeFile(directory / "a.obj"), "# 0 vertices, 0 facets\no empty\n");
   const formats::Mesh mesh = formats::ReadObj(directory / "a.obj", 0);
   EXPECT_TRUE(mesh.vertices.empty());
   EXPECT_TRUE(mesh.facets.empty());
@@ -116,9 +124,9 @@ TEST(ReadOff, RefusesWrongFilesAndNamesTheLine) {
 }
 
 TEST(WriteOff, WritesTheColourTablesColours) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteOff(directory / "m.off", ThreeFacets());
-  EXPECT_EQ(ReadContent(directory / "m.off"),
+  EXPECT_EQ(ReadWholeFile(directory / "m.off"),
             "OFF\n3 3 0\n0 0 0\n0.1 0 0\n0 -1e+30 0\n"
             "3 0 1 2 230 60 50\n3 2 1 0 230 60 50\n3 0 2 1 192 192 192\n");
 }

@@ -4,12 +4,12 @@
 
 #include <gmock/gmock.h>
 
-#include "FileBuilder.h"
 #include "formats/ToolpathRecords.h"
+#include "support/FileBuilder.h"
 
 // Tolerances 0.1, 0.2, 0.3, the matrix 1..9 and the origin 10, 20, 30.
-inline void AddPlacement(Bytes& bytes) {
-  bytes.F64(0.1, 0.2, 0.3).F64(1, 2, 3, 4, 5, 6, 7, 8, 9).F64(10, 20, 30);
+inline void AddPlacement(support::FileBuilder& bytes) {
+  bytes.Doubles({0.1, 0.2, 0.3}).Doubles({1, 2, 3, 4, 5, 6, 7, 8, 9}).Doubles({10, 20, 30});
 }
 
 inline formats::PathRecord Placed(std::int32_t pathType, std::int32_t colour) {

@@ -1,20 +1,32 @@
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
 #include <gmock/gmock.h>
+#include <string>
+#include <string_view>
 
-#include "FileBuilder.h"
 #include "formats/FileError.h"
 #include "formats/meshes/PlyFile.h"
+#include "support/FileBuilder.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
 using formats::FileError;
 using formats::Mesh;
+using support::FileBuilder;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 Mesh ReadContentAsPly(std::string_view content, std::uint8_t colour = 0) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "m.ply", content);
+  const TempDirectory directory;
+  WriteWholeFile(directory / "m.ply", content);
   return formats::ReadPly(directory / "m.ply", colour);
 }
 
@@ -74,14 +86,14 @@ std::string BinaryFile(const std::string& format, Add add) {
 
 template <typename T>
 void AddLittle(std::string& content, T value) {
-  content += Bytes().Add(value).Content();
+  const auto bytes = std::bit_cast<std::array<char, sizeof value>>(value);
+  content.append(bytes.begin(), bytes.end());
 }
 
 template <typename T>
 void AddBig(std::string& content, T value) {
-  std::string bytes = Bytes().Add(value).Content();
-  std::reverse(bytes.begin(), bytes.end());
-  content += bytes;
+  const auto bytes = std::bit_cast<std::array<char, sizeof value>>(value);
+  content.append(bytes.rbegin(), bytes.rend());
 }
 
 void ExpectBinaryMesh(const Mesh& mesh, std::uint8_t colour) {
@@ -176,22 +188,23 @@ constexpr const char* properties =
     "property uchar red\nproperty uchar green\nproperty uchar blue\nend_header\n";
 
 TEST(WritePlyBinary, WritesTheFormatByteForByte) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WritePlyBinary(directory / "m.ply", TwoFacets());
-  Bytes expected;
+  FileBuilder expected;
   expected.Text("ply\nformat binary_little_endian 1.0\n").Text(properties);
-  expected.F64(0, 0, 0).F64(0.1, 0, 0).F64(0, 1e-300, 0);
-  expected.U8(3).I32(0).I32(1).I32(2).U8(230).U8(60).U8(50);
-  expected.U8(3).I32(2).I32(1).I32(0).U8(60).U8(170).U8(70);
-  EXPECT_EQ(ReadContent(directory / "m.ply"), expected.Content());
+  expected.Doubles({0, 0, 0}).Doubles({0.1, 0, 0}).Doubles({0, 1e-300, 0});
+  expected.Uint8(3).Int32(0).Int32(1).Int32(2).Uint8(230).Uint8(60).Uint8(50);
+  expected.Uint8(3).Int32(2).Int32(1).Int32(0).Uint8(60).Uint8(170).Uint8(70);
+  EXPECT_EQ(ReadWholeFile(directory / "m.ply"), expected.Bytes());
 }
 
 TEST(WritePlyAscii, WritesTheFormatLineByLine) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WritePlyAscii(directory / "m.ply", TwoFacets());
-  EXPECT_EQ(ReadContent(directory / "m.ply"), std::string("ply\nformat ascii 1.0\n") + properties +
-                                                  "0 0 0\n0.1 0 0\n0 1e-300 0\n"
-                                                  "3 0 1 2 230 60 50\n3 2 1 0 60 170 70\n");
+  EXPECT_EQ(ReadWholeFile(directory / "m.ply"), std::string("ply\nformat ascii 1.0\n") +
+                                                    properties +
+                                                    "0 0 0\n0.1 0 0\n0 1e-300 0\n"
+                                                    "3 0 1 2 230 60 50\n3 2 1 0 60 170 70\n");
 }
 
 }  // namespace

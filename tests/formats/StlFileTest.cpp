@@ -1,24 +1,34 @@
+#include <cstdint>
 #include <gmock/gmock.h>
 #include <limits>
+#include <string>
+#include <string_view>
 
-#include "FileBuilder.h"
 #include "formats/FileError.h"
 #include "formats/meshes/StlFile.h"
+#include "support/FileBuilder.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
 using formats::FileError;
 using formats::Mesh;
+using support::FileBuilder;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 // Two facets that share an edge; the attribute of the second is set.
-Bytes TwoFacets(std::string header) {
+FileBuilder TwoFacets(std::string header) {
   header.resize(80, '\0');
-  Bytes bytes;
-  bytes.Text(header).U32(2);
-  bytes.F32(0, 0, 1).F32(0, 0, 0).F32(1, 0, 0).F32(0, 1, 0).Add(std::uint16_t{0});
-  bytes.F32(9, 9, 9).F32(1, 0, 0).F32(1, 1, 0.5).F32(0, 1, 0).Add(std::uint16_t{0x8123});
+  FileBuilder bytes;
+  bytes.Text(header).Uint32(2);
+  bytes.Floats({0, 0, 1}).Floats({0, 0, 0}).Floats({1, 0, 0}).Floats({0, 1, 0}).Uint16(0);
+  bytes.Floats({9, 9, 9}).Floats({1, 0, 0}).Floats({1, 1, 0.5}).Floats({0, 1, 0}).Uint16(0x8123);
   return bytes;
 }
 
@@ -43,8 +53,8 @@ void ExpectTwoFacets(const Mesh& mesh, std::uint8_t colour) {
 }
 
 Mesh ReadContentAsStl(std::string_view content, std::uint8_t colour = 0) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "m.stl", content);
+  const TempDirectory directory;
+  WriteWholeFile(directory / "m.stl", content);
   return formats::ReadStl(directory / "m.stl", colour);
 }
 
@@ -53,11 +63,11 @@ std::string MessageFor(std::string_view content) {
 }
 
 TEST(ReadStl, JoinsTheCornersOfABinaryFile) {
-  ExpectTwoFacets(ReadContentAsStl(TwoFacets("made by hand").Content(), 42), 42);
+  ExpectTwoFacets(ReadContentAsStl(TwoFacets("made by hand").Bytes(), 42), 42);
 }
 
 TEST(ReadStl, GoesByTheSizeWhenABinaryHeaderBeginsWithSolid) {
-  ExpectTwoFacets(ReadContentAsStl(TwoFacets("solid\nfacet normal").Content()), 0);
+  ExpectTwoFacets(ReadContentAsStl(TwoFacets("solid\nfacet normal").Bytes()), 0);
 }
 
 TEST(ReadStl, ReadsAscii) { ExpectTwoFacets(ReadContentAsStl(asciiFile, 3), 3); }
@@ -79,7 +89,7 @@ TEST(ReadStl, TakesAllSolidsOfAFile) {
 }
 
 TEST(ReadStl, RefusesABinaryFileOfEveryOtherLength) {
-  const std::string whole = TwoFacets("made by hand").Content();
+  const std::string whole = TwoFacets("made by hand").Bytes();
   for (std::size_t length = 0; length < whole.size(); ++length) {
     EXPECT_THAT(MessageFor(whole.substr(0, length)), HasSubstr("neither an ASCII nor a binary STL"))
         << length;
@@ -106,7 +116,7 @@ TEST(ReadStl, NamesTheLineOfAWrongWord) {
 }
 
 TEST(ReadStl, TakesAHugeFacetCountForNoBinaryFile) {
-  std::string content = TwoFacets("x").Content();
+  std::string content = TwoFacets("x").Bytes();
   content.replace(80, 4, "\xff\xff\xff\xff");
   EXPECT_THAT(MessageFor(content), HasSubstr("4294967295 facets would make it 214748364834 bytes"));
 }
@@ -115,19 +125,19 @@ TEST(ReadStl, TakesAHugeFacetCountForNoBinaryFile) {
 Mesh TwoToWrite() { return {{{2, 0, 0}, {2, 4, 0}, {2, 0, 4}}, {{{0, 1, 2}, 7}, {{0, 1, 1}, 9}}}; }
 
 TEST(WriteStlBinary, WritesTheFormatByteForByte) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteStlBinary(directory / "m.stl", TwoToWrite());
   std::string header = "binary STL";
   header.resize(80, ' ');
-  Bytes expected;
-  expected.Text(header).U32(2);
-  expected.F32(1, 0, 0).F32(2, 0, 0).F32(2, 4, 0).F32(2, 0, 4).Add(std::uint16_t{0});
-  expected.F32(0, 0, 0).F32(2, 0, 0).F32(2, 4, 0).F32(2, 4, 0).Add(std::uint16_t{0});
-  EXPECT_EQ(ReadContent(directory / "m.stl"), expected.Content());
+  FileBuilder expected;
+  expected.Text(header).Uint32(2);
+  expected.Floats({1, 0, 0}).Floats({2, 0, 0}).Floats({2, 4, 0}).Floats({2, 0, 4}).Uint16(0);
+  expected.Floats({0, 0, 0}).Floats({2, 0, 0}).Floats({2, 4, 0}).Floats({2, 4, 0}).Uint16(0);
+  EXPECT_EQ(ReadWholeFile(directory / "m.stl"), expected.Bytes());
 }
 
 TEST(WriteStlBinary, RefusesACoordinateThatSinglePrecisionCannotHold) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   Mesh mesh = TwoToWrite();
   mesh.vertices[1][2] = -1e39;
   const auto write = [&] { formats::WriteStlBinary(directory / "m.stl", mesh); };
@@ -135,12 +145,12 @@ TEST(WriteStlBinary, RefusesACoordinateThatSinglePrecisionCannotHold) {
 }
 
 TEST(WriteStlAscii, WritesTheShortestDigitsThatReadBack) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   Mesh mesh = TwoToWrite();
   mesh.facets.pop_back();
   mesh.vertices[1][1] = 0.1;
   formats::WriteStlAscii(directory / "m.stl", mesh);
-  EXPECT_EQ(ReadContent(directory / "m.stl"),
+  EXPECT_EQ(ReadWholeFile(directory / "m.stl"),
             "solid mesh\n"
             "  facet normal 1 0 0\n"
             "    outer loop\n"

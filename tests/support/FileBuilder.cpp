@@ -17,11 +17,18 @@ FileBuilder& FileBuilder::Int16(int value) {
   return LittleEndian(static_cast<std::uint64_t>(value), 2);
 }
 
+FileBuilder& FileBuilder::Uint16(unsigned value) { return LittleEndian(value, 2); }
+
 FileBuilder& FileBuilder::Int32(std::int64_t value) {
   return LittleEndian(static_cast<std::uint64_t>(value), 4);
 }
 
 FileBuilder& FileBuilder::Uint32(std::uint32_t value) { return LittleEndian(value, 4); }
+
+FileBuilder& FileBuilder::Floats(std::initializer_list<float> values) {
+  for (const float value : values) LittleEndian(std::bit_cast<std::uint32_t>(value), 4);
+  return *this;
+}
 
 FileBuilder& FileBuilder::Double(double value) {
   return LittleEndian(std::bit_cast<std::uint64_t>(value), 8);

@@ -15,8 +15,10 @@ class FileBuilder {
   FileBuilder& Text(std::string_view text);
   FileBuilder& Uint8(unsigned value);
   FileBuilder& Int16(int value);
+  FileBuilder& Uint16(unsigned value);
   FileBuilder& Int32(std::int64_t value);
   FileBuilder& Uint32(std::uint32_t value);
+  FileBuilder& Floats(std::initializer_list<float> values);
   FileBuilder& Double(double value);
   FileBuilder& Doubles(std::initializer_list<double> values);
   FileBuilder& Doubles(const std::vector<double>& values);

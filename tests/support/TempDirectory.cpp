@@ -47,7 +47,7 @@ std::string ReadTextFile(const std::filesystem::path& path) {
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
-void WriteWholeFile(const std::filesystem::path& path, const std::string& bytes) {
+void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   ASSERT_TRUE(file.good()) << path;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace support {
@@ -15,6 +16,9 @@ class TempDirectory {
   TempDirectory& operator=(const TempDirectory&) = delete;
 
   const std::filesystem::path& Path() const { return m_path; }
+
+  /// The path of a file in it.
+  std::string operator/(const std::string& name) const { return (m_path / name).string(); }
 
   /// A directory below this one, made when it is not there.
   std::filesystem::path Sub(const std::string& name) const;
@@ -32,7 +36,7 @@ std::string ReadWholeFile(const std::filesystem::path& path);
 /// A text file's lines with the system's line ends turned into '\n'.
 std::string ReadTextFile(const std::filesystem::path& path);
 
-void WriteWholeFile(const std::filesystem::path& path, const std::string& bytes);
+void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
 
 /// The names in a directory, sorted.
 std::vector<std::string> NamesIn(const std::filesystem::path& directory);

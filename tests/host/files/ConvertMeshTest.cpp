@@ -1,9 +1,12 @@
+#include <filesystem>
 #include <gmock/gmock.h>
+#include <string>
 
 #include "formats/BinarySurface.h"
-#include "formats/FileBuilder.h"
 #include "formats/FileError.h"
 #include "host/files/ConvertMesh.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
@@ -11,6 +14,10 @@ using formats::FileError;
 using formats::MeshEncoding;
 using formats::MeshFormat;
 using host::Conversion;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::HasSubstr;
 
 formats::Mesh TwoColours() {
@@ -25,7 +32,7 @@ class ConvertMesh : public testing::Test {
     return MessageOf<FileError>([&] { host::ConvertMesh(conversion); });
   }
 
-  ScratchDirectory directory_;
+  TempDirectory directory_;
 };
 
 TEST_F(ConvertMesh, GoesByTheOutputsExtension) {
@@ -45,7 +52,7 @@ TEST_F(ConvertMesh, GoesThroughEveryFormatWithColoursAndBackToTheSameBytes) {
     host::ConvertMesh({previous, directory_ / name, {}, 0});
     previous = directory_ / name;
   }
-  EXPECT_EQ(ReadContent(directory_ / "d.tmp"), ReadContent(directory_ / "in.iff"));
+  EXPECT_EQ(ReadWholeFile(directory_ / "d.tmp"), ReadWholeFile(directory_ / "in.iff"));
 }
 
 TEST_F(ConvertMesh, SaysWhatStlDoesNotKeepAndGivesItsFacetsTheColourAsked) {
@@ -62,7 +69,7 @@ TEST_F(ConvertMesh, SaysWhatStlDoesNotKeepAndGivesItsFacetsTheColourAsked) {
 }
 
 TEST_F(ConvertMesh, RefusesItsInputAsOutputUnderAnyName) {
-  const std::string before = ReadContent(directory_ / "in.iff");
+  const std::string before = ReadWholeFile(directory_ / "in.iff");
   EXPECT_THAT(MessageFor({directory_ / "in.iff", directory_ / "in.iff", {}, 0}),
               HasSubstr("is the input itself"));
   EXPECT_THAT(MessageFor({directory_ / "in.iff", directory_ / "./in.iff", {}, 0}),
@@ -70,25 +77,25 @@ TEST_F(ConvertMesh, RefusesItsInputAsOutputUnderAnyName) {
   std::filesystem::create_hard_link(directory_ / "in.iff", directory_ / "hard.iff");
   EXPECT_THAT(MessageFor({directory_ / "in.iff", directory_ / "hard.iff", {}, 0}),
               HasSubstr("is the input itself"));
-  EXPECT_EQ(ReadContent(directory_ / "in.iff"), before);
+  EXPECT_EQ(ReadWholeFile(directory_ / "in.iff"), before);
 }
 
 TEST_F(ConvertMesh, LeavesTheOldOutputWhenTheInputCannotBeRead) {
-  WriteContent(directory_ / "bad.stl", "solid\nfacet");
-  WriteContent(directory_ / "out.ply", "mine");
+  WriteWholeFile(directory_ / "bad.stl", "solid\nfacet");
+  WriteWholeFile(directory_ / "out.ply", "mine");
   EXPECT_THAT(MessageFor({directory_ / "bad.stl", directory_ / "out.ply", {}, 0}),
               HasSubstr("bad.stl: the file ends"));
-  EXPECT_EQ(ReadContent(directory_ / "out.ply"), "mine");
+  EXPECT_EQ(ReadWholeFile(directory_ / "out.ply"), "mine");
 }
 
 TEST_F(ConvertMesh, LeavesTheOldOutputWhenTheMeshCannotBeWritten) {
   formats::Mesh mesh = TwoColours();
   mesh.vertices[0][0] = 1e300;
   formats::WriteBinarySurface(directory_ / "far.iff", mesh);
-  WriteContent(directory_ / "out.stl", "mine");
+  WriteWholeFile(directory_ / "out.stl", "mine");
   EXPECT_THAT(MessageFor({directory_ / "far.iff", directory_ / "out.stl", {}, 0}),
               HasSubstr("too large"));
-  EXPECT_EQ(ReadContent(directory_ / "out.stl"), "mine");
+  EXPECT_EQ(ReadWholeFile(directory_ / "out.stl"), "mine");
   EXPECT_FALSE(std::filesystem::exists(directory_ / "out.stl.0.new"));
 }
 

@@ -1,9 +1,13 @@
 #include <chrono>
 #include <cmath>
+#include <cstdint>
+#include <filesystem>
 #include <gmock/gmock.h>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "formats/BinarySurface.h"
-#include "formats/FileBuilder.h"
 #include "formats/FileError.h"
 #include "formats/InterchangeFile.h"
 #include "formats/PathInfoFile.h"
@@ -11,14 +15,20 @@
 #include "host/files/DescribeJob.h"
 #include "host/files/DescriptionText.h"
 #include "host/files/FileKind.h"
+#include "support/MessageOf.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
+using Json = nlohmann::ordered_json;
 using formats::FileError;
 using host::FileKind;
+using support::MessageOf;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
 using testing::Contains;
 using testing::HasSubstr;
-using Json = nlohmann::ordered_json;
 
 formats::Mesh Tetrahedron() {
   return {{{0, 0, 0}, {3, 0, 0}, {0, 4, 0}, {0, 0, 6}},
@@ -42,7 +52,7 @@ formats::PathRecord OneCut() {
 }
 
 TEST(DescribeFile, MeasuresASurface) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteBinarySurface(directory / "a.iff", Tetrahedron());
   const Json d = host::DescribeFile(directory / "a.iff");
   EXPECT_EQ(d["kind"], "surface");
@@ -74,14 +84,14 @@ TEST(DescribeFile, JoinsCoincidentVerticesForASecondOpinion) {
 }
 
 TEST(DescribeFile, SaysHowManyBytesFollowASurface) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteBinarySurface(directory / "a.iff", Tetrahedron());
-  WriteContent(directory / "b.iff", ReadContent(directory / "a.iff") + "xyz");
+  WriteWholeFile(directory / "b.iff", ReadWholeFile(directory / "a.iff") + "xyz");
   EXPECT_EQ(host::DescribeFile(directory / "b.iff")["trailing_bytes"], 3);
 }
 
 TEST(DescribeFile, DescribesTheInterchangeFile) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteInterchangeFile(directory / "b.tmp", {Path(), OneCut()});
   const Json d = host::DescribeFile(directory / "b.tmp");
   EXPECT_EQ(d["kind"], "toolpath interchange file");
@@ -107,9 +117,9 @@ TEST(DescribeFile, CountsPositionsThatAreNotFiniteAndMeasuresTheRest) {
 }
 
 TEST(DescribeFile, ListsCapturedMessages) {
-  const ScratchDirectory directory;
-  WriteContent(directory / "x.txt",
-               "\nWarning Message Received:\na\n\nError Message Received:\nb\n");
+  const TempDirectory directory;
+  WriteWholeFile(directory / "x.txt",
+                 "\nWarning Message Received:\na\n\nError Message Received:\nb\n");
   const Json d = host::DescribeFile(directory / "x.txt");
   EXPECT_EQ(d["kind"], "error capture file");
   ASSERT_EQ(d["entries"].size(), 2U);
@@ -118,18 +128,18 @@ TEST(DescribeFile, ListsCapturedMessages) {
 }
 
 TEST(KindOf, GoesByNameWhereAFileHasNoMark) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WritePathInfoFile(directory / "TmpPathInfo12.tmp", OneCut());
   EXPECT_EQ(host::KindOf(directory / "TmpPathInfo12.tmp"), FileKind::kPath);
   formats::WritePathInfoFile(directory / "renamed.bin", OneCut());
   EXPECT_EQ(host::KindOf(directory / "renamed.bin"), FileKind::kPath);
-  WriteContent(directory / "BinaryPaths.tmp", "damaged");
+  WriteWholeFile(directory / "BinaryPaths.tmp", "damaged");
   EXPECT_EQ(host::KindOf(directory / "BinaryPaths.tmp"), FileKind::kInterchange);
-  WriteContent(directory / "StockModelInput.tmp", "");
+  WriteWholeFile(directory / "StockModelInput.tmp", "");
   EXPECT_EQ(host::KindOf(directory / "StockModelInput.tmp"), FileKind::kSurface);
-  WriteContent(directory / "BinaryPaths.txt", "binary toolpaths //16 chars delimiter is not\n");
+  WriteWholeFile(directory / "BinaryPaths.txt", "binary toolpaths //16 chars delimiter is not\n");
   EXPECT_EQ(host::KindOf(directory / "BinaryPaths.txt"), FileKind::kInterchangeText);
-  WriteContent(directory / "notes.md", "hello\n");
+  WriteWholeFile(directory / "notes.md", "hello\n");
   EXPECT_EQ(host::KindOf(directory / "notes.md"), FileKind::kOther);
 }
 
@@ -175,7 +185,7 @@ class DescribeJob : public testing::Test {
     return {};
   }
 
-  ScratchDirectory directory_;
+  TempDirectory directory_;
 };
 
 TEST_F(DescribeJob, ListsAFreshJobInTheOrderOfUseWithNothingStale) {
@@ -213,37 +223,37 @@ TEST_F(DescribeJob, MarksAnInterchangeFileOfAnotherNumberOfPaths) {
 }
 
 TEST_F(DescribeJob, ComparesDiagnosticCopiesWithTheirOriginals) {
-  WriteContent(directory_ / "Job_TmpSaveOutputStock.iff",
-               ReadContent(directory_ / "StockModelOutput.tmp"));
+  WriteWholeFile(directory_ / "Job_TmpSaveOutputStock.iff",
+                 ReadWholeFile(directory_ / "StockModelOutput.tmp"));
   EXPECT_EQ(File("Job_TmpSaveOutputStock.iff")["copy_of"], "StockModelOutput.tmp");
   EXPECT_EQ(File("Job_TmpSaveOutputStock.iff")["stale"], false);
-  WriteContent(directory_ / "Job_TmpSaveOutputStock.iff", "something else");
+  WriteWholeFile(directory_ / "Job_TmpSaveOutputStock.iff", "something else");
   EXPECT_EQ(File("Job_TmpSaveOutputStock.iff")["remarks"],
             Json({"differs from StockModelOutput.tmp"}));
 }
 
 TEST_F(DescribeJob, MarksCopiesOfWhatTheJobNoLongerHas) {
-  WriteContent(directory_ / "Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
+  WriteWholeFile(directory_ / "Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
   EXPECT_EQ(File("Job_TmpSaveErrorCapture.txt")["remarks"],
             Json({"the job has no ErrorCapture.txt"}));
 }
 
 TEST_F(DescribeJob, LeavesCopiesInADirectoryOfTheirOwnUnmarked) {
   std::filesystem::create_directory(directory_ / "keep");
-  WriteContent(directory_ / "keep/Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
+  WriteWholeFile(directory_ / "keep/Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
   const Json job = host::DescribeJob(directory_ / "keep");
   EXPECT_EQ(job["files"][0]["stale"], false);
 }
 
 TEST_F(DescribeJob, MarksMessagesOfAnEarlierRun) {
-  WriteContent(directory_ / "ErrorCapture.txt", "\nError Message Received:\nb\n");
+  WriteWholeFile(directory_ / "ErrorCapture.txt", "\nError Message Received:\nb\n");
   EXPECT_EQ(File("ErrorCapture.txt")["stale"], false);
   SetAge("ErrorCapture.txt", 100);
   EXPECT_EQ(File("ErrorCapture.txt")["remarks"], Json({"older than BinaryPaths.tmp"}));
 }
 
 TEST_F(DescribeJob, KeepsGoingWhenAFileCannotBeRead) {
-  WriteContent(directory_ / "TmpPathInfo1.tmp", "short");
+  WriteWholeFile(directory_ / "TmpPathInfo1.tmp", "short");
   EXPECT_THAT(File("TmpPathInfo1.tmp")["error"].get<std::string>(), HasSubstr("the path type is"));
   EXPECT_EQ(File("StockModelOutput.tmp")["facets"], 4);
 }
@@ -254,7 +264,7 @@ TEST_F(DescribeJob, ThrowsWithoutADirectory) {
 }
 
 TEST(DescriptionText, SaysItForPeople) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteBinarySurface(directory / "a.iff", Tetrahedron());
   Json description = host::DescribeFile(directory / "a.iff");
   description["remarks"] = {"older than b"};
@@ -269,7 +279,7 @@ TEST(DescriptionText, SaysItForPeople) {
 }
 
 TEST(DescriptionText, DescribesAPathsToolAndTravel) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteInterchangeFile(directory / "b.tmp", {Path()});
   const auto lines = host::DescriptionText(host::DescribeFile(directory / "b.tmp"), "inch");
   EXPECT_THAT(lines, Contains("  path 0: 3-axis, colour 4, tolerances sweep 0.025, path 0, "
@@ -280,7 +290,7 @@ TEST(DescriptionText, DescribesAPathsToolAndTravel) {
 }
 
 TEST(DescriptionText, LeavesTheNumberOfAPerPathFileToItsName) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WritePathInfoFile(directory / "TmpPathInfo4.tmp", OneCut());
   const auto lines =
       host::DescriptionText(host::DescribeFile(directory / "TmpPathInfo4.tmp"), "mm");
@@ -288,7 +298,7 @@ TEST(DescriptionText, LeavesTheNumberOfAPerPathFileToItsName) {
 }
 
 TEST(DescriptionText, SaysThatNothingIsLeftOfAnEmptySurface) {
-  const ScratchDirectory directory;
+  const TempDirectory directory;
   formats::WriteBinarySurface(directory / "a.iff", {});
   const auto lines = host::DescriptionText(host::DescribeFile(directory / "a.iff"), "mm");
   EXPECT_THAT(lines, Contains("  empty: nothing is left"));

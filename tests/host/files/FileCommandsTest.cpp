@@ -2,17 +2,22 @@
 #include <CLI/CLI.hpp>
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 #include "formats/BinarySurface.h"
-#include "formats/FileBuilder.h"
 #include "formats/FileError.h"
 #include "host/qzhost/CommandError.h"
 #include "host/qzhost/commands/commands.h"
+#include "support/TempDirectory.h"
 
 namespace {
 
-using testing::HasSubstr;
 using Json = nlohmann::ordered_json;
+using support::ReadWholeFile;
+using support::TempDirectory;
+using support::WriteWholeFile;
+using testing::HasSubstr;
 
 class FileCommands : public testing::Test {
  protected:
@@ -38,7 +43,7 @@ class FileCommands : public testing::Test {
     return testing::internal::GetCapturedStdout();
   }
 
-  ScratchDirectory directory_;
+  TempDirectory directory_;
   host::Options options_;
   int exitCode_ = -1;
 };
@@ -60,13 +65,13 @@ TEST_F(FileCommands, InfoPutsOneObjectOnStandardOutputForMachines) {
 }
 
 TEST_F(FileCommands, InfoRefusesAFileThatIsNoneOfAJobs) {
-  WriteContent(directory_ / "x.md", "hello\n");
+  WriteWholeFile(directory_ / "x.md", "hello\n");
   EXPECT_THROW(Run({"info", directory_ / "x.md"}), host::CommandError);
   EXPECT_THROW(Run({"info", directory_ / "none"}), formats::FileError);
 }
 
 TEST_F(FileCommands, InfoOnAJobEndsBadlyWhenAFileThatTakesPartCannotBeRead) {
-  WriteContent(directory_ / "TmpPathInfo0.tmp", "short");
+  WriteWholeFile(directory_ / "TmpPathInfo0.tmp", "short");
   options_.json = true;
   const Json object = Json::parse(Run({"info", directory_ / "."}));
   EXPECT_EQ(exitCode_, host::kBadInput);
@@ -75,7 +80,7 @@ TEST_F(FileCommands, InfoOnAJobEndsBadlyWhenAFileThatTakesPartCannotBeRead) {
 }
 
 TEST_F(FileCommands, InfoOnAJobForgivesUnreadableFilesThatTakeNoPart) {
-  WriteContent(directory_ / "TmpPathInfo5.tmp", "short");
+  WriteWholeFile(directory_ / "TmpPathInfo5.tmp", "short");
   EXPECT_THAT(Run({"info", directory_ / "."}),
               HasSubstr("STALE: takes no part: there is no TmpPathInfo0.tmp"));
   EXPECT_EQ(exitCode_, host::kSuccess);
@@ -84,7 +89,7 @@ TEST_F(FileCommands, InfoOnAJobForgivesUnreadableFilesThatTakeNoPart) {
 TEST_F(FileCommands, ConvertTakesEncodingAndColour) {
   Run({"convert", directory_ / "a.iff", directory_ / "b.stl", "--ascii"});
   EXPECT_EQ(exitCode_, host::kSuccess);
-  EXPECT_EQ(ReadContent(directory_ / "b.stl").substr(0, 11), "solid mesh\n");
+  EXPECT_EQ(ReadWholeFile(directory_ / "b.stl").substr(0, 11), "solid mesh\n");
   Run({"convert", directory_ / "b.stl", directory_ / "c.iff", "--color", "9"});
   EXPECT_EQ(formats::ReadBinarySurface(directory_ / "c.iff").facets.at(0).colour, 9);
 }
