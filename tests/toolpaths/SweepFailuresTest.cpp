@@ -71,6 +71,13 @@ std::vector<std::string> KernelCallsOfASweep() {
   return attempt.kernel.CallNames();
 }
 
+// How often a sweep that works calls one of the functions that can fail.
+int CallsOfASweep(const std::string& function) {
+  Attempt attempt;
+  EXPECT_TRUE(attempt.Sweep());
+  return attempt.host.faults.Calls(function);
+}
+
 // The loader leaves its stream to whoever throws through it.
 std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
   if (!kernelCall.starts_with("stock.")) return {};
@@ -208,12 +215,7 @@ class SweepFatalFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(SweepFatalFaults, EachCallFailingInTurnLeavesNoWrongResult) {
   const std::string function = GetParam();
-  int calls = 0;
-  {
-    Attempt attempt;
-    EXPECT_TRUE(attempt.Sweep());
-    calls = attempt.host.faults.Calls(function);
-  }
+  const int calls = CallsOfASweep(function);
   ASSERT_GT(calls, 0);
   for (int k = 1; k <= calls; ++k) {
     SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
@@ -240,12 +242,7 @@ class SweepSurvivableFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(SweepSurvivableFaults, EachCallFailingInTurnLeavesTheRightResult) {
   const std::string function = GetParam();
-  int calls = 0;
-  {
-    Attempt attempt;
-    EXPECT_TRUE(attempt.Sweep());
-    calls = attempt.host.faults.Calls(function);
-  }
+  const int calls = CallsOfASweep(function);
   ASSERT_GT(calls, 0);
   for (int k = 1; k <= calls; ++k) {
     SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
@@ -304,12 +301,7 @@ TEST(SweepFailures, EachFileThatTheHostDoesNotSeeHasItsOwnConsequence) {
 // that fails, which got past `reached` but not to `missed`.
 std::vector<std::vector<std::string>> SweepsStoppedBetween(const std::string& reached,
                                                            const std::string& missed) {
-  int allocations = 0;
-  {
-    Attempt attempt;
-    EXPECT_TRUE(attempt.Sweep());
-    allocations = attempt.host.faults.Calls("new");
-  }
+  const int allocations = CallsOfASweep("new");
   std::vector<std::vector<std::string>> stopped;
   for (int k = 1; k <= allocations; ++k) {
     Attempt attempt;
