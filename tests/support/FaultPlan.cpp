@@ -11,6 +11,8 @@ int FaultPlan::Calls(const std::string& function) const {
 
 bool FaultPlan::Enter(const std::string& function) {
   const int call = ++m_calls[function];
+  const auto action = m_actions.find({function, call});
+  if (action != m_actions.end()) action->second();
   const auto from = m_failingFrom.find(function);
   if (from != m_failingFrom.end() && call >= from->second) return true;
   const auto chosen = m_failing.find(function);

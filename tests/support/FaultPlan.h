@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace support {
 
@@ -15,7 +17,7 @@ namespace support {
 /// "GetStringValue"; "fopen" (fopen_s counts as one), "fclose", "fread", "fwrite", "fflush",
 /// "fseek" (its variants for large files too), "fgetpos", "fsetpos", "remove", "CopyFileA",
 /// "GetCurrentDirectoryA", "SetCurrentDirectoryA", "LoadLibraryA"; "new" (operator new and new[]
-/// with std::nothrow).
+/// with std::nothrow). "KeyPress" is counted, too.
 class FaultPlan {
  public:
   /// The `n`-th call (1 is the first since this plan began) fails; others are not affected.
@@ -23,6 +25,11 @@ class FaultPlan {
 
   /// Every call from the `n`-th on fails.
   void FailFrom(const std::string& function, int n) { m_failingFrom[function] = n; }
+
+  /// Runs `action`, which may throw, inside the `n`-th call, before it does anything.
+  void RunAt(const std::string& function, int n, std::function<void()> action) {
+    m_actions[{function, n}] = std::move(action);
+  }
 
   /// How often the function has been called so far.
   int Calls(const std::string& function) const;
@@ -50,6 +57,7 @@ class FaultPlan {
   std::map<std::string, int> m_calls;
   std::map<std::string, std::set<int>> m_failing;
   std::map<std::string, int> m_failingFrom;
+  std::map<std::pair<std::string, int>, std::function<void()>> m_actions;
   std::optional<std::uint64_t> m_room;
   std::uint64_t m_written = 0;
   std::uint64_t m_read = 0;

@@ -31,6 +31,12 @@ void ScriptedKernel::Enter(const std::string& call, const std::string& detail,
   if (named != m_atName.end()) named->second(callbacks);
 }
 
+void ScriptedKernel::Destroyed(const std::string& destructor) {
+  Note(destructor);
+  --m_livingObjects;
+  if (m_atDestruction) m_atDestruction();
+}
+
 ScriptedKernel::Script ScriptedKernel::Fatal(const std::string& message) {
   return [message](UIDialog& callbacks) { callbacks.ErrorMessage(message.c_str(), true); };
 }

@@ -16,11 +16,12 @@ namespace support {
 ///
 ///     IFSweep()   OpenStockChannel   stock.Reset   stock.AddVertex 1   stock.AddTriangle 1
 ///     stock.Close   SetFiveAxisBufferingLevel 0   Run PATHFILE   Run ends   ~IFSweep()
+///     IFHeal()   heal.Run INPUT OUTPUT   heal.Run ends   ~IFHeal()
 ///
-/// Every call but the destructor is numbered from 1, and a script can be run inside any of them
+/// Every call but the destructors is numbered from 1, and a script can be run inside any of them
 /// (after it was noted, before it does anything). What `Run` plays into the output channel is
 /// numbered as well: output.Reset, output.AddVertex N, output.AddTriangle N, output.Close, Run
-/// ends.
+/// ends. A heal reads and writes nothing by itself; a script may.
 class ScriptedKernel {
  public:
   ScriptedKernel();
@@ -35,6 +36,9 @@ class ScriptedKernel {
   /// Runs the script inside every call of that name, e.g. "Run" or "stock.AddVertex".
   void At(const std::string& call, Script script) { m_atName[call] = std::move(script); }
 
+  /// Runs inside every destructor of a kernel class; the callbacks may be gone by then.
+  void AtDestruction(std::function<void()> action) { m_atDestruction = std::move(action); }
+
   /// What Run plays into the output channel.
   Surface result;
   /// Whether Run ends the output with Close.
@@ -42,6 +46,9 @@ class ScriptedKernel {
   /// From this vertex, or triangle, on (from 1) the input channels return null; 0: never.
   int vertexHandlesFailFrom = 0;
   int triangleHandlesFailFrom = 0;
+
+  /// The tolerance that the last heal was run with.
+  double healTolerance = 0.0;
 
   /// What the stock channel received since its last Reset, numbers one-based.
   Surface stock;
@@ -54,7 +61,8 @@ class ScriptedKernel {
 
   // For the kernel classes.
   void Enter(const std::string& call, const std::string& detail, UIDialog& callbacks);
-  void CountObject(int change) { m_livingObjects += change; }
+  void Made() { ++m_livingObjects; }
+  void Destroyed(const std::string& destructor);
 
   /// Scripts: a fatal error, a warning, a progress run, an exception that is not the kernel's.
   static Script Fatal(const std::string& message);
@@ -65,6 +73,7 @@ class ScriptedKernel {
  private:
   std::map<int, Script> m_atNumber;
   std::map<std::string, Script> m_atName;
+  std::function<void()> m_atDestruction;
   std::vector<std::string> m_calls;
   int m_livingObjects = 0;
 };

@@ -16,12 +16,11 @@ IFSweep::IFSweep(UIDialog* callbacks) : m_impl(nullptr) {
   support::ScriptedKernel& kernel = support::CurrentScriptedKernel();
   kernel.Enter("IFSweep()", "", *callbacks);
   m_impl = new Impl{*callbacks, {}};
-  kernel.CountObject(1);
+  kernel.Made();
 }
 
 IFSweep::~IFSweep() {
-  support::Note("~IFSweep()");
-  support::CurrentScriptedKernel().CountObject(-1);
+  support::CurrentScriptedKernel().Destroyed("~IFSweep()");
   delete m_impl;
 }
 

@@ -5,9 +5,12 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <new>
+#include <stdexcept>
 
 #include "SystemApi.h"
 #include "callbacks/UIDialog.h"
+#include "platform/HostExecutable.h"
+#include "platform/IFHeal.h"
 #include "platform/IFSweep.h"
 #include "platform/QZCore.h"
 #include "platform/files.h"
@@ -40,8 +43,11 @@ class TestHostTest : public ::testing::Test {
 TEST(FileBuilder, WritesFieldsLittleEndianWithoutPadding) {
   support::FileBuilder file;
   file.Text("ab").Uint8(255).Int16(-2).Int32(-3).Uint32(0x01020304).Double(1.0);
-  const std::string expected("ab\xff\xfe\xff\xfd\xff\xff\xff\x04\x03\x02\x01\0\0\0\0\0\0\xf0\x3f",
-                             21);
+  file.Uint16(0x8123).Floats({1.0F, -2.0F});
+  const std::string expected(
+      "ab\xff\xfe\xff\xfd\xff\xff\xff\x04\x03\x02\x01\0\0\0\0\0\0\xf0\x3f"
+      "\x23\x81\0\0\x80\x3f\0\0\0\xc0",
+      31);
   EXPECT_EQ(file.Bytes(), expected);
 }
 
@@ -71,6 +77,31 @@ TEST_F(TestHostTest, TrackedStreamIsNamedUntilItIsClosed) {
   EXPECT_THAT(host.OpenStreams(), IsEmpty());
   EXPECT_THAT(host.events.Events(), ElementsAre("m_fopen_hl UNIT job\\ a.tmp wb",
                                                 "m_fclose UNIT job\\a.tmp without line"));
+}
+
+TEST_F(TestHostTest, ActionOfACallRunsInsideThatCallOnlyAndMayThrow) {
+  int runs = 0;
+  host.faults.RunAt("file_exists", 2, [&] { ++runs; });
+  host.faults.RunAt("m_fopen", 1, [] { throw 5; });
+  file_exists("a", 0);
+  EXPECT_EQ(runs, 0);
+  file_exists("a", 0);
+  file_exists("a", 0);
+  EXPECT_EQ(runs, 1);
+  EXPECT_THROW(m_fopen("U", 1, "a", "rb"), int);
+  EXPECT_EQ(m_fopen("U", 1, Spelled("missing").c_str(), "rb"), nullptr);
+}
+
+TEST_F(TestHostTest, EscapeIsPressedWhenTheTestSaysSoAndNoOtherKeyEverIs) {
+  host.escapeFrom = 2;
+  EXPECT_FALSE(KeyPress(27));
+  EXPECT_TRUE(KeyPress(27));
+  EXPECT_TRUE(KeyPress(27));
+  EXPECT_FALSE(KeyPress(13));
+  host.escapeFrom = 0;
+  EXPECT_FALSE(KeyPress(27));
+  host.escapePressed = true;
+  EXPECT_TRUE(KeyPress(27));
 }
 
 TEST_F(TestHostTest, FullPathAsNameIsTakenAsItStands) {
@@ -242,6 +273,29 @@ TEST_F(TestHostTest, ScriptedKernelNumbersItsCallsAndRunsScripts) {
   EXPECT_THAT(host.events.Events(),
               ElementsAre("IFSweep()", "OpenStockChannel", "stock.AddVertex 1",
                           "SetFiveAxisBufferingLevel 0", "Run job\\BinaryPaths.tmp", "~IFSweep()"));
+}
+
+TEST(ScriptedKernelTest, HealIsNumberedRecordedAndScripted) {
+  support::TestHost host;
+  support::ScriptedKernel kernel;
+  UIDialog callbacks;
+  char input[] = "in";
+  char output[] = "out";
+  int destructions = 0;
+  kernel.AtDestruction([&] { ++destructions; });
+  kernel.AtCall(3, support::ScriptedKernel::Foreign());
+  {
+    IFHeal heal(&callbacks);
+    EXPECT_EQ(kernel.LivingObjects(), 1);
+    EXPECT_THROW(heal.Run(0.5, input, output), std::runtime_error);
+    EXPECT_EQ(destructions, 0);
+  }
+  EXPECT_EQ(destructions, 1);
+  EXPECT_EQ(kernel.LivingObjects(), 0);
+  EXPECT_EQ(kernel.healTolerance, 0.5);
+  EXPECT_THAT(kernel.CallNames(), ElementsAre("IFHeal()", "heal.Run", "heal.Run ends"));
+  EXPECT_THAT(host.events.Events(),
+              ElementsAre("IFHeal()", "heal.Run in out", "heal.Run ends", "~IFHeal()"));
 }
 
 }  // namespace

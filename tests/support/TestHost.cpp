@@ -192,8 +192,11 @@ void clearprompt() { Host().events.Note("clearprompt"); }
 void cleartext() { Host().events.Note("cleartext"); }
 
 bool KeyPress(short code) {
-  Host().events.Note("KeyPress " + std::to_string(code));
-  return Host().escapePressed;
+  support::TestHost& host = Host();
+  host.events.Note("KeyPress " + std::to_string(code));
+  host.faults.Enter("KeyPress");
+  const bool due = host.escapeFrom > 0 && host.faults.Calls("KeyPress") >= host.escapeFrom;
+  return code == 27 && (host.escapePressed || due);
 }
 
 void UpdateStatusBarText(const char* text) {

@@ -45,6 +45,8 @@ class TestHost {
   bool registryKeyPresent = true;
   bool metric = true;
   bool escapePressed = false;
+  /// The `n`-th question for a key (from 1) and all later ones find Escape pressed; 0: none does.
+  int escapeFrom = 0;
   std::string temporaryDirectory;
 
   /// Not every host writes the status byte of a successful open.
