@@ -12,8 +12,7 @@ struct Stopped {};
 
 }  // namespace
 
-void RunAside(Reporter& reporter,
-              const std::function<void(const std::function<void(double)>&)>& work) {
+void RunAside(const Tell& advance, const std::function<void(const Tell&)>& work) {
   std::atomic<double> share{0};
   std::atomic<bool> stopped{false};
   const auto tell = [&](double done) {
@@ -22,7 +21,7 @@ void RunAside(Reporter& reporter,
   };
   const auto watch = [&](std::size_t finished) {
     try {
-      reporter.Advance(finished > 0 ? 1 : share.load(), 1);
+      advance(finished > 0 ? 1 : share.load());
     } catch (...) {
       stopped = true;
       throw;
@@ -30,6 +29,14 @@ void RunAside(Reporter& reporter,
   };
   RunTasks(
       1, [&](std::size_t) { work(tell); }, watch);
+}
+
+void RunAside(Reporter& reporter, const std::function<void(const Tell&)>& work) {
+  RunAside([&](double share) { reporter.Advance(share, 1); }, work);
+}
+
+void RunAside(StageProgress& progress, const std::function<void(const Tell&)>& work) {
+  RunAside([&](double share) { progress.Advance(share); }, work);
 }
 
 }  // namespace kernel

@@ -1,0 +1,73 @@
+#include "kernel/heal/HealJob.h"
+
+#include <cmath>
+#include <optional>
+#include <utility>
+
+#include "formats/BinarySurface.h"
+#include "formats/MeshMeasures.h"
+#include "kernel/common/FatalError.h"
+#include "kernel/common/RunAside.h"
+#include "kernel/heal/FindCrossings.h"
+#include "kernel/heal/LinkSound.h"
+#include "kernel/heal/MendSurface.h"
+#include "kernel/heal/ReplaceFile.h"
+#include "kernel/heal/SurfaceFile.h"
+
+namespace kernel {
+namespace {
+
+constexpr double kLeastHeight = 1e-9;  // of the diagonal
+
+void CheckTolerance(double tolerance) {
+  if (std::isfinite(tolerance) && tolerance >= 0) return;
+  throw FatalError("tolerance: not a number of 0 or more");
+}
+
+formats::Mesh Read(const std::string& path, StageProgress& progress) {
+  progress.Begin("Reading surface");
+  formats::Mesh mesh;
+  RunAside(progress, [&](const Tell&) { mesh = formats::ReadBinarySurface(path); });
+  progress.End();
+  return mesh;
+}
+
+bool IsHealthy(const SurfaceMesh& mesh, StageProgress& progress) {
+  bool sound = false;
+  progress.Begin("Preparing surface");
+  RunAside(progress, [&](const Tell&) {
+    sound = LinkSound(mesh, kLeastHeight * mesh.Bounds().Diagonal()).has_value();
+  });
+  progress.End();
+  if (!sound) return false;
+  progress.Begin("Scanning for crossing facets");
+  const CrossingPairs pairs =
+      FindCrossings(mesh, true, [&](double share) { progress.Advance(share); });
+  progress.End();
+  return pairs.empty();
+}
+
+formats::Mesh Mend(formats::Mesh given, double tolerance, StageProgress& progress) {
+  formats::JoinCoincidentVertices(given);
+  SurfaceMesh mesh = SurfaceOf(given);
+  given = {};
+  return FileMeshOf(MendSurface(std::move(mesh), tolerance, progress));
+}
+
+}  // namespace
+
+void HealSurface(double tolerance, const std::string& inputFile, const std::string& outputFile,
+                 StageProgress& progress) {
+  CheckTolerance(tolerance);
+  formats::Mesh mesh = Read(inputFile, progress);
+  if (!IsHealthy(SurfaceOf(mesh), progress)) mesh = Mend(std::move(mesh), tolerance, progress);
+  if (mesh.facets.empty()) progress.Warn("the surface has no facets");
+  ReplaceFile(outputFile, [&](const std::string& path) {
+    progress.Begin("Writing surface");
+    RunAside(progress, [&](const Tell&) { formats::WriteBinarySurface(path, mesh); });
+    // Nothing is called back once the file is in its place: a stop would come too late.
+    progress.End();
+  });
+}
+
+}  // namespace kernel

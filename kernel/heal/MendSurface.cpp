@@ -1,0 +1,120 @@
+#include "kernel/heal/MendSurface.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "kernel/common/RunAside.h"
+#include "kernel/heal/CleanFacets.h"
+#include "kernel/heal/CloseGaps.h"
+#include "kernel/heal/FillHoles.h"
+#include "kernel/heal/HangingSheets.h"
+#include "kernel/heal/InwardBodies.h"
+#include "kernel/heal/LinkFacets.h"
+#include "kernel/heal/MeasureBodies.h"
+#include "kernel/heal/NumberFans.h"
+#include "kernel/heal/RemoveCrossings.h"
+
+namespace kernel {
+namespace {
+
+using Index = SurfaceMesh::Index;
+
+constexpr double kLeastHeight = 1e-9;  // of the diagonal; facets that are lower are slivers
+
+class Mender {
+ public:
+  Mender(SurfaceMesh mesh, double tolerance, StageProgress& progress)
+      : m_tolerance(tolerance),
+        m_least(kLeastHeight * mesh.Bounds().Diagonal()),
+        m_progress(progress) {
+    m_linked.mesh = std::move(mesh);
+  }
+
+  SurfaceMesh Run() {
+    Stitch();
+    FillAndPart();
+    RemoveCrossings();
+    WarnOfOpenEdges();
+    return std::move(m_linked.mesh);
+  }
+
+ private:
+  // Runs one stage's work aside.
+  template <class Work>
+  void Stage(const char* text, const Work& work) {
+    m_progress.Begin(text);
+    RunAside(m_progress, work);
+    m_progress.End();
+  }
+
+  void WarnOfCount(std::size_t count, const std::string& what) {
+    if (count > 0) m_progress.Warn(std::to_string(count) + " " + what);
+  }
+
+  void Stitch() {
+    Stage("Stitching surface", [&](const Tell& tell) {
+      SurfaceMesh& mesh = m_linked.mesh;
+      RemoveSliverFacets(mesh, m_least);
+      tell(0.1);
+      // What the slivers leave is closed first, so that the tolerance does not take hold of it.
+      MeshEdges edges = CloseGaps(mesh, MeshEdges(mesh), m_least, m_least);
+      tell(0.4);
+      edges = CloseGaps(mesh, std::move(edges), m_tolerance, m_least);
+      tell(0.7);
+      if (RemoveSliverFacets(mesh, m_least) > 0) {
+        edges = CloseGaps(mesh, MeshEdges(mesh), m_least, m_least);
+      }
+      if (RemoveDuplicateFacets(mesh, edges) > 0) edges = MeshEdges(mesh);
+      tell(0.8);
+      m_linked = LinkFacets(std::move(mesh), edges);
+    });
+  }
+
+  void FillAndPart() {
+    FilledHoles holes;
+    std::size_t hanging = 0, turned = 0;
+    Stage("Generating facets in holes", [&](const Tell& tell) {
+      holes = FillHoles(m_linked, m_least, tell);
+      hanging = RemoveHangingSheets(m_linked);
+      turned = TurnOutwards();
+      NumberFans(m_linked);
+    });
+    WarnOfCount(hanging, "facets that hang on a closed surface have been removed");
+    WarnOfCount(turned, "bodies faced inwards and have been turned");
+  }
+
+  std::size_t TurnOutwards() {
+    const std::vector<Index> bodies = m_linked.Bodies();
+    const std::vector<bool> inward =
+        InwardBodies(m_linked, bodies, MeasureBodies(m_linked, bodies));
+    const auto count = std::count(inward.begin(), inward.end(), true);
+    if (count == 0) return 0;
+    std::vector<bool> turned(bodies.size());
+    for (std::size_t f = 0; f < turned.size(); ++f) turned[f] = inward[bodies[f]];
+    m_linked.TurnOver(turned);
+    return static_cast<std::size_t>(count);
+  }
+
+  void RemoveCrossings() {
+    const std::size_t left = RemoveCrossingFacets(m_linked, m_tolerance, m_progress);
+    WarnOfCount(left, "pairs of facets that cross could not be parted");
+  }
+
+  void WarnOfOpenEdges() {
+    const auto open = std::count(m_linked.twin.begin(), m_linked.twin.end(), SurfaceMesh::kNone);
+    WarnOfCount(static_cast<std::size_t>(open), "open edges could not be closed");
+  }
+
+  const double m_tolerance, m_least;
+  StageProgress& m_progress;
+  LinkedMesh m_linked;
+};
+
+}  // namespace
+
+SurfaceMesh MendSurface(SurfaceMesh mesh, double tolerance, StageProgress& progress) {
+  return Mender(std::move(mesh), tolerance, progress).Run();
+}
+
+}  // namespace kernel

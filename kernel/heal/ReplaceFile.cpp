@@ -1,0 +1,47 @@
+#include "kernel/heal/ReplaceFile.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "formats/FileError.h"
+#include "formats/OpenFile.h"
+
+namespace kernel {
+namespace {
+
+// Gone with the object, unless it has got another name.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const std::string& beside) {
+    for (int number = 0; m_path.empty() || std::filesystem::exists(m_path); ++number) {
+      m_path = formats::NativePath(beside) + "." + std::to_string(number) + ".tmp";
+    }
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() {
+    std::error_code ignored;
+    std::filesystem::remove(m_path, ignored);
+  }
+
+  const std::string& Path() const { return m_path; }
+
+ private:
+  std::string m_path;
+};
+
+}  // namespace
+
+void ReplaceFile(const std::string& path, const std::function<void(const std::string&)>& write) {
+  const std::string target = formats::NativePath(path);
+  std::error_code error;
+  if (std::filesystem::is_directory(target, error)) {
+    throw formats::FileError(path + ": is a directory");
+  }
+  const TemporaryFile file(path);
+  write(file.Path());
+  std::filesystem::rename(file.Path(), target, error);
+  if (error) throw formats::FileError(path + ": cannot be written: " + error.message());
+}
+
+}  // namespace kernel
