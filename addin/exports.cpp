@@ -4,6 +4,8 @@
 #include <new>
 
 #include "callbacks/UIDlgKernel.h"
+#include "stock/FilterStockByColor.h"
+#include "stock/HealSurface.h"
 #include "toolpaths/SweepMultipleToolpathsFromStock.h"
 
 namespace {
@@ -26,4 +28,14 @@ void qztutlSweepMultipleToolpathsFromStock(CString workDir, HostProgress* host, 
   RunStockOperation(workDir, host, succeeded, [&](UIDlgKernel* callbacks) {
     return SweepMultipleToolpathsFromStock(workDir, callbacks);
   });
+}
+
+void qztutlFilterStockByColor(char* inputFile, char* outputFile, unsigned short colourCount,
+                              unsigned char* colours, bool* succeeded) {
+  *succeeded = false;
+  *succeeded = FilterStockByColor(inputFile, outputFile, colourCount, colours);
+}
+
+void qztutl_heal(double tolerance, char* inputFile, char* outputFile, bool* succeeded) {
+  HealSurface(tolerance, inputFile, outputFile, succeeded);
 }

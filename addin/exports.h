@@ -18,4 +18,15 @@ int m_main();
 /// `host` must not be null. `*succeeded` is false until the operation has succeeded; it is the only
 /// report. An exception that is none of the kernel's passes through, with `*succeeded` false.
 void qztutlSweepMultipleToolpathsFromStock(CString workDir, HostProgress* host, bool* succeeded);
+
+/// Keeps only the facets of the given colours (`colourCount` host colour numbers). The output is
+/// created before the input is opened. `*succeeded` is false until the input has been played to its
+/// end; an output that cannot be written does not show there.
+void qztutlFilterStockByColor(char* inputFile, char* outputFile, unsigned short colourCount,
+                              unsigned char* colours, bool* succeeded);
+
+/// Heals one binary surface file into another. `*succeeded` is false until the kernel has returned,
+/// and stays so after the user's stop or a fatal kernel error; whether there is an output is not
+/// looked at.
+void qztutl_heal(double tolerance, char* inputFile, char* outputFile, bool* succeeded);
 }

@@ -55,6 +55,10 @@ class Layout(unittest.TestCase):
                 return [(int(offset), text.strip()) for offset, text in fields], size
         self.fail("no layout of " + name)
 
+    def imported_names(self):
+        listing = subprocess.run([NM, "-u", self.object], capture_output=True, text=True, check=True).stdout
+        return set(re.sub(r"__imp_", "", name) for name in listing.split())
+
     def test_dialog_has_ten_slots_in_order(self):
         self.assertEqual(self.slots("UIDialog"), [
             "CreateWait", "UpdateWait", "EndWait", "CreateProgress", "ResetWait", "UpdateProgress",
@@ -94,9 +98,18 @@ class Layout(unittest.TestCase):
         self.assertEqual(offsets, [8, 16, 24, 32, 36, 40, 48])
         self.assertEqual(size, 56)
 
+    def test_status_bar_callback_is_the_interface_and_nothing_else(self):
+        fields, size = self.record("UIDialogQZC")
+        self.assertEqual([text for _, text in fields if "UIDialog" not in text and "vftable" not in text], [])
+        self.assertEqual(size, 8)
+        table = re.search(r"VFTable for 'UIDialog' in 'UIDialogQZC' \((\d+) entries\)\.\n(.*?)\n\n",
+                          self.vtables + "\n\n", re.S)
+        self.assertIsNotNone(table)
+        operations = re.findall(r"^\s*\d+ \| .*?UIDialogQZC::(\w+)\(", table.group(2), re.M)
+        self.assertEqual(operations, self.slots("UIDialog"))
+
     def test_kernel_members_have_their_decorated_names(self):
-        listing = subprocess.run([NM, "-u", self.object], capture_output=True, text=True, check=True).stdout
-        names = set(re.sub(r"__imp_", "", name) for name in listing.split())
+        names = self.imported_names()
         for expected in (
                 "??0IFSweep@@QEAA@PEAVUIDialog@@@Z",
                 "??1IFSweep@@QEAA@XZ",
@@ -104,7 +117,16 @@ class Layout(unittest.TestCase):
                 "?OpenCompareSurfaceChannel@IFSweep@@QEAAPEAUSurfaceTransfer@@XZ",
                 "?SetFiveAxisBufferingLevel@IFSweep@@QEAAXH@Z",
                 "?Run@IFSweep@@QEAAXPEAUSurfaceTransfer@@PEAD@Z",
-                "?Compare@IFSweep@@QEAAXPEAUSurfaceTransfer@@0IHPEAIPEAN0@Z"):
+                "?Compare@IFSweep@@QEAAXPEAUSurfaceTransfer@@0IHPEAIPEAN0@Z",
+                "??0IFHeal@@QEAA@PEAVUIDialog@@@Z",
+                "??1IFHeal@@QEAA@XZ",
+                "?Run@IFHeal@@QEAAXNPEAD0@Z"):
+            self.assertIn(expected, names)
+
+    def test_host_services_of_the_status_bar_have_their_decorated_names(self):
+        names = self.imported_names()
+        for expected in ("?KeyPress@@YA_NF@Z", "?UpdateStatusBarText@@YAXPEBD@Z",
+                         "?clearprompt@@YAXXZ", "?cleartext@@YAXXZ"):
             self.assertIn(expected, names)
 
 

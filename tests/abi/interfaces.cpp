@@ -1,8 +1,11 @@
 // Compiled for the Visual C++ target, never linked: makes the compiler lay out every class of the
 // binary contract and name every function that crosses a module's border.
 #include "callbacks/UIDialog.h"
+#include "callbacks/UIDialogQZC.h"
 #include "callbacks/UIDlgKernel.h"
+#include "platform/HostExecutable.h"
 #include "platform/HostProgress.h"
+#include "platform/IFHeal.h"
 #include "platform/IFSweep.h"
 #include "platform/QZCore.h"
 #include "stock/SurfaceTransfer.h"
@@ -26,17 +29,20 @@ struct ProgressProbe : HostProgress {
 }  // namespace
 
 int LayOut() {
-  return static_cast<int>(sizeof(UIDlgKernel) + sizeof(SurfaceXferQZ) + sizeof(IFSweep));
+  return static_cast<int>(sizeof(UIDialogQZC) + sizeof(UIDlgKernel) + sizeof(SurfaceXferQZ) +
+                          sizeof(IFSweep) + sizeof(IFHeal));
 }
 
 void CallEverySlot(UIDialog* dialog, SurfaceTransfer* channel, HostProgress* progress) {
   UIDialog plainDialog;
+  UIDialogQZC statusBarDialog;
   ChannelProbe channelProbe;
   ProgressProbe progressProbe;
   dialog = dialog == nullptr ? &plainDialog : dialog;
   channel = channel == nullptr ? &channelProbe : channel;
   progress = progress == nullptr ? &progressProbe : progress;
   dialog->CreateWait("");
+  statusBarDialog.CreateWait("");
   channel->Close();
   progress->IsCancelled();
 }
@@ -49,4 +55,16 @@ void CallKernel(UIDialog* dialog, SurfaceTransfer* channel, char* path, unsigned
   sweep.SetFiveAxisBufferingLevel(0);
   sweep.Run(channel, path);
   sweep.Compare(channel, channel, 0U, 1, colours, distances, channel);
+}
+
+void CallHealKernel(UIDialog* dialog, char* path) {
+  IFHeal heal(dialog);
+  heal.Run(0.0, path, path);
+}
+
+void CallHost() {
+  KeyPress(27);
+  UpdateStatusBarText("");
+  clearprompt();
+  cleartext();
 }
