@@ -132,10 +132,15 @@ void MarkUnexplained(const SurfaceMesh& mesh, const MeshEdges& edges,
 
 }  // namespace
 
-std::size_t RemoveSliverFacets(SurfaceMesh& mesh, double least) {
-  return std::erase_if(mesh.facets, [&](const SurfaceMesh::Facet& facet) {
-    return facet.RepeatsVertex() || mesh.Height(facet) < least;
+std::vector<bool> RemoveSliverFacets(SurfaceMesh& mesh, double least) {
+  std::vector<bool> corners;
+  std::erase_if(mesh.facets, [&](const SurfaceMesh::Facet& facet) {
+    if (!facet.RepeatsVertex() && mesh.Height(facet) >= least) return false;
+    corners.resize(mesh.vertices.size());
+    for (const Index vertex : facet.vertices) corners[vertex] = true;
+    return true;
   });
+  return corners;
 }
 
 std::size_t RemoveDuplicateFacets(SurfaceMesh& mesh, const MeshEdges& edges) {

@@ -4,8 +4,9 @@
 
 namespace kernel {
 
-// Removes facets that name a vertex twice or whose height is below `least`. Returns how many.
-std::size_t RemoveSliverFacets(SurfaceMesh& mesh, double least);
+// Removes facets that name a vertex twice or whose height is below `least`. Returns by vertex
+// whether it was a corner of one that was removed, nothing when none was.
+std::vector<bool> RemoveSliverFacets(SurfaceMesh& mesh, double least);
 
 // Of facets with the same three vertices that face the same way the first stays. Two that face
 // each other stay both only where two bodies touch: the doubled region is then bordered all round

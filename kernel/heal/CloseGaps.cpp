@@ -11,11 +11,11 @@ constexpr int kMostTurns = 12;
 
 }  // namespace
 
-MeshEdges CloseGaps(SurfaceMesh& mesh, MeshEdges edges, double tolerance, double least) {
+MeshEdges CloseGaps(SurfaceMesh& mesh, MeshEdges edges, const Reach& reach, double least) {
   for (int turn = 0; turn < kMostTurns; ++turn) {
-    const bool joined = JoinOpenVertices(mesh, edges, tolerance);
+    const bool joined = JoinOpenVertices(mesh, edges, reach);
     if (joined) edges = MeshEdges(mesh);
-    const bool split = SplitOpenSides(mesh, edges, tolerance, least);
+    const bool split = SplitOpenSides(mesh, edges, reach, least);
     if (split) edges = MeshEdges(mesh);
     if (!joined && !split) break;
   }

@@ -6,7 +6,6 @@
 #include <tuple>
 #include <utility>
 
-#include "kernel/heal/OpenEdges.h"
 #include "kernel/heal/PointTree.h"
 
 namespace kernel {
@@ -154,10 +153,11 @@ class Rim {
 
 }  // namespace
 
-bool JoinOpenVertices(SurfaceMesh& mesh, const MeshEdges& edges, double tolerance) {
+bool JoinOpenVertices(SurfaceMesh& mesh, const MeshEdges& edges, const Reach& reach) {
   std::vector<Index> vertices = VerticesOf(mesh, OpenSides(edges));
-  if (vertices.empty() || tolerance <= 0) return false;
-  Rim rim(mesh, std::move(vertices), tolerance);
+  std::erase_if(vertices, [&](Index vertex) { return !reach.Holds(vertex); });
+  if (vertices.empty() || reach.tolerance <= 0) return false;
+  Rim rim(mesh, std::move(vertices), reach.tolerance);
   if (!rim.JoinAll()) return false;
   const std::vector<Index> number = rim.Renumbering();
   for (SurfaceMesh::Facet& facet : mesh.facets) {

@@ -1,6 +1,7 @@
 #include "kernel/heal/MendSurface.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -55,20 +56,24 @@ class Mender {
   void Stitch() {
     Stage("Stitching surface", [&](const Tell& tell) {
       SurfaceMesh& mesh = m_linked.mesh;
-      RemoveSliverFacets(mesh, m_least);
-      tell(0.1);
-      // What the slivers leave is closed first, so that the tolerance does not take hold of it.
-      MeshEdges edges = CloseGaps(mesh, MeshEdges(mesh), m_least, m_least);
-      tell(0.4);
-      edges = CloseGaps(mesh, std::move(edges), m_tolerance, m_least);
-      tell(0.7);
-      if (RemoveSliverFacets(mesh, m_least) > 0) {
-        edges = CloseGaps(mesh, MeshEdges(mesh), m_least, m_least);
-      }
+      std::optional<MeshEdges> unslivered = WithoutSlivers(mesh);
+      MeshEdges edges = unslivered ? std::move(*unslivered) : MeshEdges(mesh);
+      tell(0.3);
+      edges = CloseGaps(mesh, std::move(edges), {m_tolerance, {}}, m_least);
+      tell(0.6);
+      if (auto closed = WithoutSlivers(mesh)) edges = std::move(*closed);
       if (RemoveDuplicateFacets(mesh, edges) > 0) edges = MeshEdges(mesh);
       tell(0.8);
       m_linked = LinkFacets(std::move(mesh), edges);
     });
+  }
+
+  // Removes slivers and closes what they leave, so that the tolerance does not take hold of that.
+  // The edges afterwards; nothing when there was no sliver.
+  std::optional<MeshEdges> WithoutSlivers(SurfaceMesh& mesh) const {
+    std::vector<bool> corners = RemoveSliverFacets(mesh, m_least);
+    if (corners.empty()) return std::nullopt;
+    return CloseGaps(mesh, MeshEdges(mesh), {m_least, std::move(corners)}, m_least);
   }
 
   void FillAndPart() {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "kernel/heal/OpenEdges.h"
 #include "kernel/heal/PointTree.h"
 
 namespace kernel {
@@ -25,7 +24,10 @@ std::vector<Stop> StopsAlong(const SurfaceMesh& mesh, Index side, const PointTre
   tree.ForEachWithin(box.Grown(tolerance), [&](const PointTree::Point& point) {
     if (mesh.facets[side / 3].Has(point.number)) return;
     const double t = Dot(point.place - from, along) / squared;
-    if (!(t > 0 && t < 1)) return;
+    if (!(t > 0 && t < 1) || Length(point.place - from) < tolerance ||
+        Length(point.place - to) < tolerance) {
+      return;
+    }
     if (Length(point.place - (from + t * along)) < tolerance) stops.emplace_back(t, point.number);
   });
   std::sort(stops.begin(), stops.end());
@@ -52,8 +54,11 @@ std::vector<SurfaceMesh::Facet> Pieces(const SurfaceMesh& mesh, Index side,
 
 }  // namespace
 
-bool SplitOpenSides(SurfaceMesh& mesh, const MeshEdges& edges, double tolerance, double least) {
+bool SplitOpenSides(SurfaceMesh& mesh, const MeshEdges& edges, const Reach& reach, double least) {
   std::vector<Index> sides = OpenSides(edges);
+  std::erase_if(sides, [&](Index side) {
+    return !reach.Holds(mesh.Origin(side)) || !reach.Holds(mesh.Target(side));
+  });
   std::vector<PointTree::Point> points;
   for (const Index v : VerticesOf(mesh, sides)) points.push_back({mesh.vertices[v], v});
   const PointTree tree(std::move(points));
@@ -62,7 +67,7 @@ bool SplitOpenSides(SurfaceMesh& mesh, const MeshEdges& edges, double tolerance,
   Index last = SurfaceMesh::kNone;  // a facet is split at one side at a time
   for (const Index side : sides) {
     if (side / 3 == last) continue;
-    std::vector<Stop> stops = StopsAlong(mesh, side, tree, tolerance);
+    std::vector<Stop> stops = StopsAlong(mesh, side, tree, reach.tolerance);
     if (stops.empty()) continue;
     std::vector<SurfaceMesh::Facet> pieces = Pieces(mesh, side, stops, least);
     // One stop that fits is better than none: the others may fit when the sides are looked at next.
