@@ -64,10 +64,8 @@ void PlayStock(const formats::Mesh& stock, SurfaceTransfer& channel) {
   channel.Close();
 }
 
-SweepResult RunOnFile(const formats::Mesh& stock, std::string path, int throwAt,
-                      std::size_t channelMemory) {
-  SweepResult result;
-  result.dialog.throwAt = throwAt;
+void RunOnFile(const formats::Mesh& stock, std::string path, std::size_t channelMemory,
+               SweepResult& result) {
   ResultChannel output(result, channelMemory);
   IFSweep sweep(&result.dialog);
   PlayStock(stock, *sweep.OpenStockChannel());
@@ -76,7 +74,13 @@ SweepResult RunOnFile(const formats::Mesh& stock, std::string path, int throwAt,
   } catch (const RecordingDialog::Stop&) {
     result.stopped = true;
   }
-  return result;
+}
+
+void RunOnRecords(const formats::Mesh& stock, const std::vector<formats::PathRecord>& records,
+                  std::size_t channelMemory, SweepResult& result) {
+  const support::TempDirectory directory;
+  formats::WriteInterchangeFile(directory / "paths.tmp", records);
+  RunOnFile(stock, directory / "paths.tmp", channelMemory, result);
 }
 
 }  // namespace
@@ -84,6 +88,7 @@ SweepResult RunOnFile(const formats::Mesh& stock, std::string path, int throwAt,
 void RecordingDialog::Add(const std::string& line) {
   calls.push_back(line);
   if (static_cast<int>(calls.size()) == throwAt) throw Stop();
+  if (throwAtWarning && line == "progress Initialising stock") throw Stop();
 }
 
 void RecordingDialog::CreateProgress(const char* message, int total) {
@@ -94,20 +99,31 @@ void RecordingDialog::CreateProgress(const char* message, int total) {
 void RecordingDialog::ErrorMessage(const char* message, bool fatal) {
   (fatal ? errors : warnings).push_back(message);
   Add(std::string(fatal ? "error " : "warning ") + message);
+  if (throwAtWarning && !fatal) throw Stop();
 }
 
 SweepResult RunSweep(const formats::Mesh& stock, const std::vector<formats::PathRecord>& records,
                      int throwAt, std::size_t channelMemory) {
-  const support::TempDirectory directory;
-  const std::string path = (directory.Path() / "paths.tmp").string();
-  formats::WriteInterchangeFile(path, records);
-  return RunOnFile(stock, path, throwAt, channelMemory);
+  SweepResult result;
+  result.dialog.throwAt = throwAt;
+  RunOnRecords(stock, records, channelMemory, result);
+  return result;
+}
+
+SweepResult RunSweepUntilWarning(const formats::Mesh& stock,
+                                 const std::vector<formats::PathRecord>& records) {
+  SweepResult result;
+  result.dialog.throwAtWarning = true;
+  RunOnRecords(stock, records, SIZE_MAX, result);
+  return result;
 }
 
 SweepResult RunSweepOnBytes(const formats::Mesh& stock, const std::string& bytes) {
   const support::TempDirectory directory;
-  support::WriteWholeFile(directory.Path() / "paths.tmp", bytes);
-  return RunOnFile(stock, (directory.Path() / "paths.tmp").string(), 0, SIZE_MAX);
+  support::WriteWholeFile(directory / "paths.tmp", bytes);
+  SweepResult result;
+  RunOnFile(stock, directory / "paths.tmp", SIZE_MAX, result);
+  return result;
 }
 
 formats::PathRecord PathOf(const formats::ConvexTool& tool, double tolerance,

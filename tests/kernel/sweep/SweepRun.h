@@ -10,7 +10,9 @@
 
 namespace sweep_test {
 
-/// Records every callback as one line; throws Stop at call number `throwAt` (counted from 1).
+/// Records every callback as one line; throws Stop at call number `throwAt` (counted from 1), or at
+/// the first warning. Where that does not come, Stop ends the run as the stock's rays are to be
+/// made.
 class RecordingDialog : public UIDialog {
  public:
   struct Stop {};
@@ -26,6 +28,7 @@ class RecordingDialog : public UIDialog {
   void ErrorMessage(const char* message, bool fatal) override;
 
   int throwAt = 0;
+  bool throwAtWarning = false;
   std::vector<std::string> calls;
   std::vector<int> percentages;
   std::vector<std::string> warnings, errors;
@@ -47,6 +50,10 @@ struct SweepResult {
 /// and triangles the output takes before it has no memory.
 SweepResult RunSweep(const formats::Mesh& stock, const std::vector<formats::PathRecord>& records,
                      int throwAt = 0, std::size_t channelMemory = SIZE_MAX);
+
+/// The same, stopped by the first warning, before what it warns of is done.
+SweepResult RunSweepUntilWarning(const formats::Mesh& stock,
+                                 const std::vector<formats::PathRecord>& records);
 
 /// The same with a file of the given bytes.
 SweepResult RunSweepOnBytes(const formats::Mesh& stock, const std::string& bytes);
