@@ -103,8 +103,11 @@ void ProgressLines::Finish() {
   m_lineOpen = false;
 }
 
-ProgressDisplay::ProgressDisplay(bool quiet)
-    : m_lines(StyleFor(quiet), WriteToStandardError, Stopwatch()) {}
+ProgressLines LinesOnStandardError(bool quiet) {
+  return ProgressLines(StyleFor(quiet), WriteToStandardError, Stopwatch());
+}
+
+ProgressDisplay::ProgressDisplay(bool quiet) : m_lines(LinesOnStandardError(quiet)) {}
 
 ProgressDisplay::~ProgressDisplay() { m_lines.Finish(); }
 

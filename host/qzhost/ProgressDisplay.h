@@ -38,6 +38,9 @@ class ProgressLines {
   bool m_lineOpen = false;
 };
 
+/// Lines on standard error in the style that suits it; none when `quiet`. Time begins now.
+ProgressLines LinesOnStandardError(bool quiet);
+
 /// The host's progress object for one operation: shows its progress on standard error and asks the
 /// keyboard whether to stop.
 class ProgressDisplay final : public HostProgress {
