@@ -35,7 +35,8 @@ class Mender {
   SurfaceMesh Run() {
     Stitch();
     FillAndPart();
-    RemoveCrossings();
+    WarnOfCount(RemoveCrossings(m_linked, m_tolerance, m_least, m_progress),
+                "pairs of facets that cross could not be parted");
     WarnOfOpenEdges();
     return std::move(m_linked.mesh);
   }
@@ -99,11 +100,6 @@ class Mender {
     for (std::size_t f = 0; f < turned.size(); ++f) turned[f] = inward[bodies[f]];
     m_linked.TurnOver(turned);
     return static_cast<std::size_t>(count);
-  }
-
-  void RemoveCrossings() {
-    const std::size_t left = RemoveCrossingFacets(m_linked, m_tolerance, m_progress);
-    WarnOfCount(left, "pairs of facets that cross could not be parted");
   }
 
   void WarnOfOpenEdges() {

@@ -5,8 +5,10 @@
 
 namespace kernel {
 
-// Unites closed bodies that cross each other. No vertex that stays moves; new ones lie where facets
-// crossed. Returns how many pairs of crossing facets are left (see FindCrossings).
-std::size_t RemoveCrossingFacets(LinkedMesh& linked, double tolerance, StageProgress& progress);
+// Mends closed bodies that cross themselves within `tolerance`, and unites those that cross each
+// other: vertices that stay do not move. Facets that cross nothing keep their order, the others
+// follow. Returns how many pairs of crossing facets are left (see FindCrossings).
+std::size_t RemoveCrossings(LinkedMesh& linked, double tolerance, double least,
+                            StageProgress& progress);
 
 }  // namespace kernel
