@@ -179,7 +179,7 @@ TEST(WriteBinarySurface, KeepsTheOrderAcrossManyBlocks) {
   }
   for (int i = 0; i < count; ++i) {
     mesh.facets.push_back({{i, (i + 1) % count, 0}, static_cast<std::uint8_t>(i % 256)});
-    expected.Int32(i + 1).Int32((i + 1) % count + 1).Int32(1).Uint8(i % 256);
+    expected.Int32(i + 1).Int32((i + 1) % count + 1).Int32(1).Uint8(static_cast<unsigned>(i % 256));
   }
   formats::WriteBinarySurface(directory / "a.iff", mesh);
   EXPECT_TRUE(ReadWholeFile(directory / "a.iff") == expected.Bytes());
