@@ -24,7 +24,7 @@ std::string WithoutBlanksBehind(const std::string& text) {
 // them is the message, which may itself end in a digit.
 Status Parse(const std::string& text) {
   constexpr std::size_t kPercentageSize = 6;
-  const Status messageOnly{WithoutBlanksBehind(text), kNoPercentage};
+  Status messageOnly{WithoutBlanksBehind(text), kNoPercentage};
   if (text.size() < kPercentageSize || text.back() != '%') return messageOnly;
   const std::size_t place = text.size() - kPercentageSize;
   const std::size_t number = text.find_first_not_of(' ', place);
