@@ -107,6 +107,12 @@ double ConvexTool::HeightAt(double r) const {
   return ProfileTop();
 }
 
+std::optional<double> ConvexTool::BallCentre() const {
+  const ProfilePiece& tip = m_profile.front();
+  if (!tip.isArc || tip.centre.r != 0) return std::nullopt;
+  return tip.centre.z;
+}
+
 double ConvexTool::CharacteristicRadius() const {
   double smallest = kInfinity;
   for (const ProfilePiece& piece : m_profile) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -36,6 +37,9 @@ class ConvexTool {
   // Lowest height of the tool at distance r >= 0 from the axis; beyond the widest radius that of
   // the foot of the cylinder.
   double HeightAt(double r) const;
+
+  // How high above the tip the centre of a ball end's sphere stands; none for other tools.
+  std::optional<double> BallCentre() const;
 
   // The smallest radius of curvature of the tool's smooth pieces (corner, bevel, wall where it
   // starts); infinite for a bare cone. Rays much closer than this see the cut surface well.

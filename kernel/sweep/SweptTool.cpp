@@ -97,12 +97,26 @@ NearestBoundary SweptTool::NearestTo(const Vec3& offset) const {
   if (Dot(m_move, m_axis) == 0) {
     return NearestAt(offset, std::clamp(Dot(offset, m_move) / square, 0.0, 1.0));
   }
+  NearestBoundary onBall;
+  if (IsNearestOnBall(offset, onBall)) return onBall;
   const auto slopeAt = [&](double share) { return -Dot(NearestAt(offset, share).normal, m_move); };
   const double atStart = slopeAt(0);
   if (atStart >= 0) return NearestAt(offset, 0);
   const double atEnd = slopeAt(1);
   if (atEnd <= 0) return NearestAt(offset, 1);
   return NearestAt(offset, FindRoot(slopeAt, 0, atStart, 1, atEnd));
+}
+
+// The ball that comes nearest is known at once; it holds when the tool's whole outline agrees.
+bool SweptTool::IsNearestOnBall(const Vec3& offset, NearestBoundary& nearest) const {
+  const std::optional<double> centre = m_tool->BallCentre();
+  if (!centre) return false;
+  const double along = Dot(offset - *centre * m_axis, m_move) / LengthSquared(m_move);
+  const double share = std::clamp(along, 0.0, 1.0);
+  nearest = NearestAt(offset, share);
+  const double slope = -Dot(nearest.normal, m_move);
+  const double level = kStraight * Length(m_move);
+  return (share == 0 || slope <= level) && (share == 1 || slope >= -level);
 }
 
 NearestBoundary SweptTool::Nearest(const Vec3& point) const { return NearestTo(point - m_from); }

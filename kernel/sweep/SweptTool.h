@@ -50,6 +50,7 @@ class SweptTool {
   bool IntersectTilted(int rayAxis, const Vec3& offset, RayInterval& interval) const;
   NearestBoundary NearestAt(const Vec3& offset, double share) const;
   NearestBoundary NearestTo(const Vec3& offset) const;
+  bool IsNearestOnBall(const Vec3& offset, NearestBoundary& nearest) const;
 
   const ConvexTool* m_tool;
   Vec3 m_axis;
