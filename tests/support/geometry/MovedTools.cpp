@@ -15,7 +15,9 @@ template <typename Function>
 double Lowest(Function&& function) {
   double low = 0;
   double high = 1;
-  for (int step = 0; step < 60; ++step) {
+  // The interval shrinks to 1e-7; about its lowest place the function is level to the square of
+  // that.
+  for (int step = 0; step < 40; ++step) {
     const double first = low + (high - low) / 3;
     const double second = high - (high - low) / 3;
     if (function(first) > function(second)) {
@@ -48,21 +50,26 @@ void MovedTools::AddCut(const std::vector<Point>& tips) {
   for (std::size_t i = 1; i < tips.size(); ++i) m_moves.push_back({tips[i - 1], tips[i]});
 }
 
+double MovedTools::DistanceAt(const Move& move, double share, const Point& point) const {
+  const Point seen = Minus(Minus(point, move.from), {share * (move.to[0] - move.from[0]),
+                                                     share * (move.to[1] - move.from[1]),
+                                                     share * (move.to[2] - move.from[2])});
+  const double aside = std::sqrt(seen[0] * seen[0] + seen[1] * seen[1]) - m_flat;
+  const double below = m_corner - seen[2];
+  if (aside <= 0 || below <= 0) return std::max(aside, below) - m_corner;
+  return std::sqrt(aside * aside + below * below) - m_corner;
+}
+
 double MovedTools::MoveDistance(const Move& move, const Point& point) const {
-  return Lowest([&](double s) {
-    const Point seen = Minus(Minus(point, move.from),
-                             {s * (move.to[0] - move.from[0]), s * (move.to[1] - move.from[1]),
-                              s * (move.to[2] - move.from[2])});
-    const double aside = std::hypot(seen[0], seen[1]) - m_flat;
-    const double below = m_corner - seen[2];
-    const double away = aside > 0 || below > 0
-                            ? std::hypot(std::max(aside, 0.0), std::max(below, 0.0))
-                            : std::max(aside, below);
-    return away - m_corner;
-  });
+  return Lowest([&](double share) { return DistanceAt(move, share, point); });
 }
 
 double MovedTools::SignedDistance(const Point& point, double margin) const {
+  return NearestBelow(point, margin, -std::numeric_limits<double>::infinity());
+}
+
+// The least distance, or the first that is below `enough`.
+double MovedTools::NearestBelow(const Point& point, double margin, double enough) const {
   const double reach = m_corner + m_flat + margin;
   double nearest = std::numeric_limits<double>::infinity();
   for (const Move& move : m_moves) {
@@ -71,7 +78,13 @@ double MovedTools::SignedDistance(const Point& point, double margin) const {
       isNear = isNear && point[k] >= std::min(move.from[k], move.to[k]) - reach &&
                point[k] <= std::max(move.from[k], move.to[k]) + reach;
     }
-    if (isNear) nearest = std::min(nearest, MoveDistance(move, point));
+    if (!isNear) continue;
+    // The distance changes no faster than the tool moves, so this is the least it can come to.
+    const double ends = DistanceAt(move, 0, point) + DistanceAt(move, 1, point);
+    const double least = (ends - Length(Minus(move.to, move.from))) / 2;
+    if (least >= nearest || (std::isfinite(enough) && least >= enough)) continue;
+    nearest = std::min(nearest, MoveDistance(move, point));
+    if (nearest < enough) break;
   }
   return nearest;
 }
@@ -87,7 +100,7 @@ std::vector<Point> MovedTools::SurfacePoints(const Point& low, const Point& high
                  low[1] + spacing * static_cast<double>(j),
                  low[2] + spacing * static_cast<double>(k)};
   };
-  const auto isInside = [&](const Point& point) { return SignedDistance(point, 0) < 0; };
+  const auto isInside = [&](const Point& point) { return NearestBelow(point, 0, 0) < 0; };
   std::vector<char> inside;
   for (std::size_t i = 0; i < count[0]; ++i) {
     for (std::size_t j = 0; j < count[1]; ++j) {

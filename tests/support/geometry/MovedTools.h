@@ -32,7 +32,9 @@ class MovedTools {
     Point from, to;
   };
 
+  double DistanceAt(const Move& move, double share, const Point& point) const;
   double MoveDistance(const Move& move, const Point& point) const;
+  double NearestBelow(const Point& point, double margin, double enough) const;
 
   double m_corner;
   double m_flat;
