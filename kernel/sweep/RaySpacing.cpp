@@ -14,6 +14,7 @@ constexpr double kBytesPerNode = 0.32;
 constexpr double kBytesPerRay = 80;
 constexpr double kBytesPerSurfaceCell = 450;
 constexpr double kCurvatureShare = 0.7;
+constexpr double kSpacingsOfATip = 4;  // of the tolerance, on a face straight up
 
 double MemoryFor(const Box3& box, double spacing) {
   const Vec3 n = (box.high - box.low) / spacing + Vec3{2, 2, 2};
@@ -24,7 +25,8 @@ double MemoryFor(const Box3& box, double spacing) {
 double SpacingFor(double tolerance, const Curvature& curvature) {
   const double round =
       std::min(kCurvatureShare * std::sqrt(4 * curvature.radius * tolerance), curvature.radius / 3);
-  return curvature.tipSlope > 0 ? std::min(round, 4 * tolerance / curvature.tipSlope) : round;
+  return curvature.tipSlope > 0 ? std::min(round, kSpacingsOfATip * tolerance / curvature.tipSlope)
+                                : round;
 }
 
 }  // namespace
@@ -44,7 +46,8 @@ RaySpacing ChooseRaySpacing(const Box3& box, double tolerance, const Curvature& 
   if (chosen.raised) {
     const double share = chosen.spacing / kCurvatureShare;
     chosen.tolerance =
-        std::max({tolerance, share * share / (4 * curvature.radius), chosen.spacing / 8});
+        std::max({tolerance, share * share / (4 * curvature.radius), chosen.spacing / 8,
+                  chosen.spacing * curvature.tipSlope / kSpacingsOfATip});
   }
   return chosen;
 }
