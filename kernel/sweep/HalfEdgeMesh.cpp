@@ -123,6 +123,68 @@ void HalfEdgeMesh::Flip(Index half) {
   m_out[to] = 3 * g + 1;
 }
 
+HalfEdgeMesh::Index HalfEdgeMesh::AddVertex(const Vec3& position) {
+  m_mesh.vertices.push_back(position);
+  m_out.push_back(kNone);
+  return static_cast<Index>(m_mesh.vertices.size() - 1);
+}
+
+HalfEdgeMesh::Index HalfEdgeMesh::AddFacet(const std::array<Index, 3>& vertices,
+                                           std::uint8_t colour) {
+  m_mesh.facets.push_back({vertices, colour});
+  m_twin.resize(m_twin.size() + 3, kNone);
+  return static_cast<Index>(m_mesh.facets.size() - 1);
+}
+
+void HalfEdgeMesh::SplitEdge(Index half, const Vec3& position) {
+  const Index twin = m_twin[half];
+  const Index from = Origin(half);
+  const Index to = Target(half);
+  const Index left = Target(Next(half));
+  const Index right = Target(Next(twin));
+  const Index toLeft = m_twin[Next(half)];
+  const Index leftFrom = m_twin[Previous(half)];
+  const Index fromRight = m_twin[Next(twin)];
+  const Index rightTo = m_twin[Previous(twin)];
+  const Index f = half / 3;
+  const Index g = twin / 3;
+  const Index vertex = AddVertex(position);
+  m_mesh.facets[f].vertices = {from, vertex, left};
+  m_mesh.facets[g].vertices = {vertex, from, right};
+  const Index f2 = AddFacet({vertex, to, left}, m_mesh.facets[f].colour);
+  const Index g2 = AddFacet({to, vertex, right}, m_mesh.facets[g].colour);
+  Glue(3 * f, 3 * g);
+  Glue(3 * f + 1, 3 * f2 + 2);
+  Glue(3 * f + 2, leftFrom);
+  Glue(3 * g + 1, fromRight);
+  Glue(3 * g + 2, 3 * g2 + 1);
+  Glue(3 * f2, 3 * g2);
+  Glue(3 * f2 + 1, toLeft);
+  Glue(3 * g2 + 2, rightTo);
+  m_out[from] = 3 * f;
+  m_out[vertex] = 3 * g;
+  m_out[to] = 3 * g2;
+  m_out[left] = 3 * f + 2;
+  m_out[right] = 3 * g + 2;
+}
+
+void HalfEdgeMesh::SplitFacet(Index facet, const Vec3& position) {
+  const std::array<Index, 3> corner = m_mesh.facets[facet].vertices;
+  const std::array<Index, 3> across = {m_twin[3 * facet], m_twin[3 * facet + 1],
+                                       m_twin[3 * facet + 2]};
+  const Index vertex = AddVertex(position);
+  m_mesh.facets[facet].vertices = {corner[0], corner[1], vertex};
+  const Index second = AddFacet({corner[1], corner[2], vertex}, m_mesh.facets[facet].colour);
+  const Index third = AddFacet({corner[2], corner[0], vertex}, m_mesh.facets[facet].colour);
+  const std::array<Index, 3> parts = {facet, second, third};
+  for (std::size_t i = 0; i < 3; ++i) {
+    Glue(3 * parts[i], across[i]);
+    Glue(3 * parts[i] + 1, 3 * parts[(i + 1) % 3] + 2);
+    m_out[corner[i]] = 3 * parts[i];
+  }
+  m_out[vertex] = 3 * facet + 2;
+}
+
 CutMesh HalfEdgeMesh::Release() {
   std::erase_if(m_mesh.facets,
                 [](const CutMesh::Facet& facet) { return facet.vertices[0] == kNone; });

@@ -43,6 +43,15 @@ class HalfEdgeMesh {
   // Both facets take the colour of the facet across `half`.
   void Flip(Index half);
 
+  void MoveTo(Index vertex, const Vec3& position) { m_mesh.vertices[vertex] = position; }
+  void SetColour(Index facet, std::uint8_t colour) { m_mesh.facets[facet].colour = colour; }
+
+  // Puts a new vertex on the edge: each of the two facets at it becomes two, in its colour. The
+  // facets keep their numbers for the halves at the edge's origin; the new ones are numbered last.
+  void SplitEdge(Index half, const Vec3& position);
+  // Puts a new vertex into the facet, which becomes three in its colour; two are new.
+  void SplitFacet(Index facet, const Vec3& position);
+
   // What is left, facets in their order.
   CutMesh Release();
 
@@ -50,6 +59,8 @@ class HalfEdgeMesh {
   void LinkTwins();
   bool AreNeighbours(Index a, Index b) const;
   int Valence(Index vertex) const;
+  Index AddVertex(const Vec3& position);
+  Index AddFacet(const std::array<Index, 3>& vertices, std::uint8_t colour);
   void Glue(Index a, Index b) {
     m_twin[a] = b;
     m_twin[b] = a;

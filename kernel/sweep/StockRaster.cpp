@@ -97,17 +97,20 @@ void Append(DexelRay& ray, const Crossing& enter, const Crossing& leave, double 
 
 }  // namespace
 
-void RasteriseStock(const StockMesh& mesh, int axis, DexelModel& model) {
+bool RasteriseStock(const StockMesh& mesh, int axis, DexelModel& model) {
   const std::vector<Crossing> crossings = FamilyRaster(mesh, axis, model.Lattice()).Crossings();
   std::vector<DexelRay>& rays = model.Rays(axis);
   int winding = 0;
+  bool overlapping = false;
   const Crossing* enter = nullptr;
   for (const Crossing& crossing : crossings) {
     const int before = winding;
     winding += crossing.step;
+    overlapping = overlapping || winding > 1 || winding < 0;
     if (before <= 0 && winding > 0) enter = &crossing;
     if (before > 0 && winding <= 0) Append(rays[crossing.ray], *enter, crossing, model.Sliver());
   }
+  return overlapping;
 }
 
 }  // namespace kernel

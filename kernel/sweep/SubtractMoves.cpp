@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "kernel/common/Workers.h"
+#include "kernel/sweep/MoveBoxes.h"
 #include "kernel/sweep/SubtractFromRay.h"
 
 namespace kernel {
@@ -142,20 +143,6 @@ std::vector<TileTask> TasksOf(const std::array<Family, 3>& families) {
   return tasks;
 }
 
-std::vector<Box3> BoxesOf(const PathMoves& moves, std::size_t first, std::size_t count,
-                          const Box3& box) {
-  constexpr std::size_t kChunk = 1024;
-  std::vector<Box3> boxes(count);
-  RunTasks((count + kChunk - 1) / kChunk,
-           [&](std::size_t chunk) {
-             for (std::size_t i = chunk * kChunk; i < std::min(count, (chunk + 1) * kChunk); ++i) {
-               boxes[i] = moves.Swept(static_cast<std::uint32_t>(first + i)).BoundsWithin(box);
-             }
-           },
-           [](std::size_t) {});
-  return boxes;
-}
-
 }  // namespace
 
 bool SubtractMoves(const PathMoves& moves, const Box3& box, DexelModel& model, Reporter& reporter) {
@@ -163,7 +150,7 @@ bool SubtractMoves(const PathMoves& moves, const Box3& box, DexelModel& model, R
   std::atomic<bool> removed{false};
   for (std::size_t first = 0; first < moves.Count(); first += kBatch) {
     const std::size_t count = std::min(kBatch, moves.Count() - first);
-    const std::vector<Box3> boxes = BoxesOf(moves, first, count, box);
+    const std::vector<Box3> boxes = BoxesWithin(moves, first, count, box);
     for (Family& family : families) family.Bin(first, boxes);
     const std::vector<TileTask> tasks = TasksOf(families);
     RunTasks(

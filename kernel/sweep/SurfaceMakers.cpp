@@ -8,24 +8,13 @@ constexpr double kSamePiece = 0.85;
 
 }  // namespace
 
-SurfaceMakers::SurfaceMakers(const StockMesh& stock, const PathMoves& moves)
-    : m_stock(stock), m_moves(moves) {
-  m_facetNormals.reserve(stock.facets.size());
-  for (const StockMesh::Facet& facet : stock.facets) {
-    const Vec3& a = stock.vertices[facet.vertices[0]];
-    const Vec3& b = stock.vertices[facet.vertices[1]];
-    const Vec3& c = stock.vertices[facet.vertices[2]];
-    m_facetNormals.push_back(Normalised(Cross(b - a, c - a)));
-  }
-}
-
 std::uint8_t SurfaceMakers::ColourOf(Generator maker) const {
   return maker.IsMove() ? m_moves.PathOf(maker.Number()).colour
-                        : m_stock.facets[maker.Number()].colour;
+                        : m_stock.Mesh().facets[maker.Number()].colour;
 }
 
 TangentPlane SurfaceMakers::TangentAt(Generator maker, const Vec3& point) const {
-  if (!maker.IsMove()) return {point, m_facetNormals[maker.Number()]};
+  if (!maker.IsMove()) return {point, m_stock.NormalOf(maker.Number())};
   return {point, -m_moves.Swept(maker.Number()).Normal(point)};
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "kernel/sweep/DexelModel.h"
 #include "kernel/sweep/PathMoves.h"
-#include "kernel/sweep/StockMesh.h"
+#include "kernel/sweep/StockSurface.h"
 
 namespace kernel {
 
@@ -18,7 +17,11 @@ struct TangentPlane {
 // Finds colour and exact surface again from a generator. Keeps references to both arguments.
 class SurfaceMakers {
  public:
-  SurfaceMakers(const StockMesh& stock, const PathMoves& moves);
+  SurfaceMakers(const StockSurface& stock, const PathMoves& moves)
+      : m_stock(stock), m_moves(moves) {}
+
+  const StockSurface& Stock() const { return m_stock; }
+  const PathMoves& Moves() const { return m_moves; }
 
   std::uint8_t ColourOf(Generator maker) const;
 
@@ -30,9 +33,8 @@ class SurfaceMakers {
   TangentPlane TangentTowards(Generator maker, const TangentPlane& known, const Vec3& target) const;
 
  private:
-  const StockMesh& m_stock;
+  const StockSurface& m_stock;
   const PathMoves& m_moves;
-  std::vector<Vec3> m_facetNormals;
 };
 
 }  // namespace kernel

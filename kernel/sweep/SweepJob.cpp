@@ -1,9 +1,9 @@
 #include "kernel/sweep/SweepJob.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
-#include <functional>
 #include <limits>
 #include <optional>
 #include <utility>
@@ -12,27 +12,20 @@
 #include "kernel/common/FatalError.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/common/Workers.h"
-#include "kernel/sweep/Contour.h"
-#include "kernel/sweep/MergeFlat.h"
+#include "kernel/sweep/MeshModel.h"
 #include "kernel/sweep/PathMoves.h"
 #include "kernel/sweep/PlayMesh.h"
 #include "kernel/sweep/PrepareStock.h"
 #include "kernel/sweep/RaySpacing.h"
-#include "kernel/sweep/RemoveSlivers.h"
 #include "kernel/sweep/StockRaster.h"
 #include "kernel/sweep/SubtractMoves.h"
-#include "kernel/sweep/SurfaceCells.h"
-#include "kernel/sweep/UnseenFeatures.h"
+#include "kernel/sweep/SurfaceMakers.h"
 
 namespace kernel {
 namespace {
 
 constexpr double kDefaultTolerance = 1e-4;  // of the stock's diagonal
 constexpr double kSliver = 1e-11;           // of the stock's diagonal
-constexpr double kFlatness = 1e-11;         // of the stock's diagonal
-constexpr double kLeastHeight = 1e-9;       // of the stock's diagonal
-
-using Tell = std::function<void(double)>;
 
 PathMoves ReadMoves(const std::string& pathFile, Reporter& reporter) {
   reporter.BeginStage("Reading toolpaths", 0, 2);
@@ -81,12 +74,18 @@ RaySpacing SpacingOf(const PathMoves& moves, const Box3& box, Reporter& reporter
   return chosen;
 }
 
-void Rasterise(const StockMesh& stock, DexelModel& model, Reporter& reporter) {
+// Whether bodies of the stock run into each other.
+bool Rasterise(const StockMesh& stock, DexelModel& model, Reporter& reporter) {
   reporter.BeginStage("Initialising stock", 5, 8);
+  std::array<bool, 3> overlapping{};
   RunTasks(
-      3, [&](std::size_t axis) { RasteriseStock(stock, static_cast<int>(axis), model); },
+      overlapping.size(),
+      [&](std::size_t axis) {
+        overlapping[axis] = RasteriseStock(stock, static_cast<int>(axis), model);
+      },
       [&](std::size_t done) { reporter.Advance(static_cast<double>(done), 3); });
   reporter.EndStage();
+  return overlapping[0] || overlapping[1] || overlapping[2];
 }
 
 bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Reporter& reporter) {
@@ -94,48 +93,6 @@ bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Report
   const bool removed = SubtractMoves(moves, box, model, reporter);
   reporter.EndStage();
   return removed;
-}
-
-void WarnOfUnseenFeatures(std::size_t rays, double spacing, Reporter& reporter) {
-  char text[160];
-  std::snprintf(text, sizeof text,
-                "walls or gaps thinner than the ray spacing of %g are left out (on %.0f rays)",
-                spacing, static_cast<double>(rays));
-  reporter.Warn(text);
-}
-
-CutMesh Contour(const StockMesh& stock, const PathMoves& moves, const DexelModel& model,
-                double tolerance, Reporter& reporter) {
-  reporter.BeginStage("Optimising surface", 60, 80);
-  std::optional<SurfaceCells> cells;
-  std::size_t unseen = 0;
-  RunAside(reporter, [&](const Tell&) {
-    cells.emplace(model);
-    unseen = CountUnseenFeatures(model, *cells, tolerance);
-  });
-  if (unseen > 0) WarnOfUnseenFeatures(unseen, model.Lattice().Spacing(), reporter);
-  CutMesh mesh = ContourModel(model, *cells, SurfaceMakers(stock, moves),
-                              [&](double share) { reporter.Advance(share, 1); });
-  reporter.EndStage();
-  return mesh;
-}
-
-CutMesh Merge(CutMesh contour, double diagonal, Reporter& reporter) {
-  reporter.BeginStage("Cleaning surface", 80, 95);
-  const double least = kLeastHeight * diagonal;
-  std::size_t slivers = 0;
-  CutMesh merged;
-  RunAside(reporter, [&](const Tell& tell) {
-    HalfEdgeMesh mesh(std::move(contour));
-    slivers = RemoveSlivers(mesh, least);
-    MergeFlat(mesh, kFlatness * diagonal, least, tell);
-    merged = mesh.Release();
-  });
-  if (slivers > 0) {
-    reporter.Warn(std::to_string(slivers) + " facets without area could not be removed");
-  }
-  reporter.EndStage();
-  return merged;
 }
 
 CutMesh UncutStock(const StockMesh& stock) {
@@ -153,10 +110,10 @@ CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& r
   if (moves.Count() == 0) return UncutStock(stock.mesh);
   const RaySpacing spacing = SpacingOf(moves, stock.box, reporter);
   DexelModel model(DexelLattice(stock.box, spacing.spacing), kSliver * stock.box.Diagonal());
-  Rasterise(stock.mesh, model, reporter);
+  const bool overlapping = Rasterise(stock.mesh, model, reporter);
   if (!Subtract(moves, stock.box, model, reporter)) return UncutStock(stock.mesh);
-  return Merge(Contour(stock.mesh, moves, model, spacing.tolerance, reporter), stock.box.Diagonal(),
-               reporter);
+  const StockSurface surface(stock.mesh, overlapping);
+  return MeshModel(model, SurfaceMakers(surface, moves), stock.box, spacing.tolerance, reporter);
 }
 
 }  // namespace

@@ -32,8 +32,8 @@ TEST(SweepCallbacks, StagesBeginWithTextsThatADialogKnows) {
     if (stages.empty() || stages.back() != call) stages.push_back(call);
   }
   const std::vector<std::string> starts = {
-      "progress Reading",    "progress Preparing", "progress Initialising", "progress Sweeping",
-      "progress Optimising", "progress Cleaning",  "progress Writing"};
+      "progress Reading",    "progress Preparing",  "progress Initialising", "progress Sweeping",
+      "progress Generating", "progress Optimising", "progress Cleaning",     "progress Writing"};
   ASSERT_EQ(stages.size(), starts.size());
   for (std::size_t i = 0; i < starts.size(); ++i) {
     EXPECT_EQ(stages[i].substr(0, starts[i].size()), starts[i]);

@@ -5,9 +5,9 @@
 #include <numbers>
 #include <set>
 
+#include "Fits.h"
 #include "SweepRun.h"
 #include "support/geometry/MeshChecks.h"
-#include "support/geometry/MovedTools.h"
 #include "support/geometry/PlainTool.h"
 
 namespace sweep_test {
@@ -39,15 +39,9 @@ double FloorError(const formats::Mesh& mesh, double floor) {
   return facets > 0 ? worst : 1e300;
 }
 
-// Cut surface and moved tools agree within the tolerance, both ways.
-void ExpectFits(const SweepResult& run, const support::MovedTools& tools, const Point& low,
-                const Point& high) {
-  EXPECT_LE(support::FarthestFromSurface(
-                run.mesh, kCut, [&](const Point& p) { return tools.SignedDistance(p, 1); }),
-            kTolerance);
-  const std::vector<Point> points = tools.SurfacePoints(low, high, 0.61);
-  ASSERT_FALSE(points.empty());
-  EXPECT_LE(support::FarthestFromMesh(points, run.mesh), kTolerance);
+// The tools' surface inside the block.
+void ExpectFits(const SweepResult& run, const support::MovedTools& tools) {
+  ExpectFits(run, tools, kCut, kTolerance, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
 }
 
 TEST(CutShapes, FlatCutterLeavesASlotWithARoundEndAtEachSide) {
@@ -59,7 +53,7 @@ TEST(CutShapes, FlatCutterLeavesASlotWithARoundEndAtEachSide) {
   EXPECT_LE(FloorError(run.mesh, 13), 1e-9 * kDiagonal);
   support::MovedTools tools(0, 4);
   tools.AddCut({{12, 15, 13}, {28, 15, 13}});
-  ExpectFits(run, tools, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
+  ExpectFits(run, tools);
 }
 
 TEST(CutShapes, SlotThroughTheBlockHasOnlyExactPlanes) {
@@ -94,7 +88,7 @@ TEST(CutShapes, PocketHasItsVolumeAndAFlatFloor) {
   EXPECT_LE(FloorError(run.mesh, 12), 1e-9 * kDiagonal);
   support::MovedTools tools(0, 5);
   tools.AddCut(tips);
-  ExpectFits(run, tools, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
+  ExpectFits(run, tools);
 }
 
 TEST(CutShapes, BallCutterLeavesAGrooveOfItsRadius) {
@@ -103,7 +97,7 @@ TEST(CutShapes, BallCutterLeavesAGrooveOfItsRadius) {
   ExpectSound(run.mesh);
   support::MovedTools tools(4, 0);
   tools.AddCut({{-10, 14, 17}, {50, 16, 18}});
-  ExpectFits(run, tools, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
+  ExpectFits(run, tools);
 }
 
 TEST(CutShapes, LevelGrooveHasItsVolume) {
@@ -126,7 +120,7 @@ TEST(CutShapes, RasterOfGroovesKeepsItsCusps) {
   ExpectSound(run.mesh);
   support::MovedTools tools(4, 0);
   tools.AddCut(tips);
-  ExpectFits(run, tools, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
+  ExpectFits(run, tools);
   // The cusps stand 4 - sqrt(16 - 1.5^2) above the grooves' floor and stay sharp.
   const double cusp = 16 + 4 - std::sqrt(16 - 2.25);
   double highest = 0;
@@ -145,7 +139,7 @@ TEST(CutShapes, BullNoseRoundsTheFootOfTheWall) {
   ExpectSound(run.mesh);
   support::MovedTools tools(1.5, 2.5);
   tools.AddCut(tips);
-  ExpectFits(run, tools, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
+  ExpectFits(run, tools);
 }
 
 // The cut surface of any convex tool against the plainly computed one.

@@ -124,6 +124,7 @@ TEST_F(KernelLog, SweepLeavesItsStagesAndItsWarningAmongThem) {
             "warning: the stock's facets faced inwards and have been turned\n"
             "stage: Initialising stock\n"
             "stage: Sweeping\n"
+            "stage: Generating surface\n"
             "stage: Optimising surface\n"
             "stage: Cleaning surface\n"
             "stage: Writing result\n");

@@ -1,0 +1,159 @@
+#include "kernel/sweep/LocalSolid.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace kernel {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kSamePlane = 0.99999;
+
+// How much a linear function of this slope changes from a box's centre to its corners.
+double Sway(const Vec3& slope, const Vec3& half) {
+  return std::abs(slope.x) * half.x + std::abs(slope.y) * half.y + std::abs(slope.z) * half.z;
+}
+
+}  // namespace
+
+LocalSolid::LocalSolid(const SurfaceMakers& makers, std::span<const std::uint32_t> moves,
+                       std::span<const std::uint32_t> facets, const Box3& box)
+    : m_makers(makers), m_box(box), m_centre((box.low + box.high) / 2) {
+  std::vector<Candidate> candidates;
+  candidates.reserve(moves.size());
+  for (const std::uint32_t move : moves) {
+    candidates.push_back({move, makers.Moves().Swept(move), -kInfinity, {}});
+  }
+  Keep(std::move(candidates));
+  KeepFacets(facets);
+}
+
+LocalSolid::LocalSolid(const LocalSolid& wider, const Box3& box)
+    : m_makers(wider.m_makers), m_box(box), m_centre((box.low + box.high) / 2) {
+  std::vector<Candidate> candidates;
+  const Vec3 half = (box.high - box.low) / 2;
+  const Vec3 step = m_centre - wider.m_centre;
+  double least = kInfinity;
+  for (const Candidate& candidate : wider.m_candidates) {
+    least = std::min(least, candidate.distance);
+  }
+  // No distance changes faster than the way that is gone.
+  const double most = least + Length(step) + Length(half);
+  for (const Candidate& candidate : wider.m_candidates) {
+    const double there = candidate.distance + Dot(candidate.slope, step);
+    if (there - Sway(candidate.slope, half) <= most) candidates.push_back(candidate);
+  }
+  Keep(std::move(candidates));
+  KeepFacets(wider.m_facets);
+}
+
+void LocalSolid::Keep(std::vector<Candidate> candidates) {
+  const Vec3 half = (m_box.high - m_box.low) / 2;
+  const double reach = Length(half);
+  double least = 2 * reach;  // a tool further away from the centre has no say
+  for (Candidate& candidate : candidates) {
+    const NearestBoundary nearest = candidate.swept.Nearest(m_centre);
+    candidate.distance = nearest.distance;
+    candidate.slope = nearest.normal;
+    least = std::min(least, nearest.distance);
+  }
+  for (Candidate& candidate : candidates) {
+    if (candidate.distance - Sway(candidate.slope, half) <= least + reach) {
+      m_candidates.push_back(candidate);
+    }
+  }
+}
+
+void LocalSolid::KeepFacets(std::span<const std::uint32_t> facets) {
+  const Vec3 half = (m_box.high - m_box.low) / 2;
+  for (const std::uint32_t facet : facets) {
+    const StockMesh& mesh = m_makers.Stock().Mesh();
+    Box3 box;
+    for (const std::uint32_t v : mesh.facets[facet].vertices) box.Include(mesh.vertices[v]);
+    if (Intersection(box, m_box).IsEmpty()) continue;
+    const Vec3& normal = m_makers.Stock().NormalOf(facet);
+    const Vec3& corner = mesh.vertices[mesh.facets[facet].vertices[0]];
+    if (std::abs(Dot(normal, m_centre - corner)) <= Sway(normal, half)) m_facets.push_back(facet);
+  }
+}
+
+std::optional<NearestMaker> LocalSolid::NearestTool(const Vec3& point) const {
+  if (m_candidates.empty()) return std::nullopt;
+  const Vec3 step = point - m_centre;
+  const auto bound = [&](const Candidate& candidate) {
+    return candidate.distance + Dot(candidate.slope, step);
+  };
+  std::size_t first = 0;
+  double lowest = kInfinity;
+  for (std::size_t i = 0; i < m_candidates.size(); ++i) {
+    const double low = bound(m_candidates[i]);
+    if (low < lowest) {
+      lowest = low;
+      first = i;
+    }
+  }
+  NearestBoundary nearest = m_candidates[first].swept.Nearest(point);
+  std::size_t found = first;
+  const double rounding = 1e-13 * (1 + Length(m_box.high - m_box.low));
+  for (std::size_t i = 0; i < m_candidates.size(); ++i) {
+    if (i == first || bound(m_candidates[i]) > nearest.distance + rounding) continue;
+    const NearestBoundary other = m_candidates[i].swept.Nearest(point);
+    const bool later = i > found;
+    if (other.distance < nearest.distance - rounding ||
+        (later && other.distance <= nearest.distance + rounding)) {
+      nearest = other;
+      found = i;
+    }
+  }
+  return NearestMaker{nearest.distance,
+                      Generator::Move(m_candidates[found].move),
+                      {point - nearest.normal * nearest.distance, -nearest.normal}};
+}
+
+std::optional<NearestMaker> LocalSolid::NearestStock(const Vec3& point) const {
+  const std::optional<NearestOnStock> nearest = m_makers.Stock().Nearest(point, m_facets);
+  if (!nearest) return std::nullopt;
+  return NearestMaker{nearest->distance,
+                      Generator::StockFacet(nearest->facet),
+                      {nearest->point, m_makers.Stock().NormalOf(nearest->facet)}};
+}
+
+void LocalSolid::PlanesAt(const Vec3& point, double reach, std::vector<Generator>& planes) const {
+  for (const std::uint32_t facet : m_facets) {
+    const Vec3& normal = m_makers.Stock().NormalOf(facet);
+    const std::optional<NearestOnStock> nearest =
+        m_makers.Stock().Nearest(point, std::span(&facet, 1));
+    if (std::abs(nearest->distance) > reach) continue;
+    const bool known = std::any_of(planes.begin(), planes.end(), [&](Generator plane) {
+      return Dot(m_makers.Stock().NormalOf(plane.Number()), normal) > kSamePlane;
+    });
+    if (!known) planes.push_back(Generator::StockFacet(facet));
+  }
+}
+
+bool LocalSolid::HasColourNear(const Vec3& point, std::uint8_t colour, double reach) const {
+  for (const Candidate& candidate : m_candidates) {
+    if (candidate.distance + Dot(candidate.slope, point - m_centre) > reach) continue;
+    if (m_makers.ColourOf(Generator::Move(candidate.move)) != colour) continue;
+    if (std::abs(candidate.swept.SignedDistance(point)) <= reach) return true;
+  }
+  return std::any_of(m_facets.begin(), m_facets.end(), [&](std::uint32_t facet) {
+    return m_makers.ColourOf(Generator::StockFacet(facet)) == colour &&
+           std::abs(m_makers.Stock().Nearest(point, std::span(&facet, 1))->distance) <= reach;
+  });
+}
+
+NearestMaker LocalSolid::From(Generator maker, const Vec3& point) const {
+  if (maker.IsMove()) {
+    const NearestBoundary nearest = m_makers.Moves().Swept(maker.Number()).Nearest(point);
+    return {nearest.distance, maker, {point - nearest.normal * nearest.distance, -nearest.normal}};
+  }
+  const Vec3& normal = m_makers.Stock().NormalOf(maker.Number());
+  const StockMesh& mesh = m_makers.Stock().Mesh();
+  const Vec3& corner = mesh.vertices[mesh.facets[maker.Number()].vertices[0]];
+  return {Dot(normal, point - corner), maker, {corner, normal}};
+}
+
+}  // namespace kernel
