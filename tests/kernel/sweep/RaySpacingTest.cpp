@@ -78,6 +78,13 @@ TEST(ChooseRaySpacing, LackOfMemoryWidensTheSpacingByTwentiethsAndRaisesTheToler
   EXPECT_NEAR(chosen.tolerance, 0.0140625, 1e-12);
 }
 
+TEST(ChooseRaySpacing, LackOfMemoryRaisesTheToleranceOfASharpTipAsWell) {
+  const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.025, {Curvature().radius, 1});
+  EXPECT_TRUE(chosen.raised);
+  EXPECT_NEAR(chosen.spacing, 0.105, 1e-12);
+  EXPECT_NEAR(chosen.tolerance, 0.105 / 4, 1e-12);
+}
+
 TEST(ChooseRaySpacing, RaisedToleranceIsAtLeastAnEighthOfTheSpacing) {
   const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.01 / (0.49 * 4), {1, 0});
   EXPECT_TRUE(chosen.raised);
