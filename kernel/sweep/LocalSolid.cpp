@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <utility>
 
 namespace kernel {
 namespace {
@@ -24,9 +23,9 @@ LocalSolid::LocalSolid(const SurfaceMakers& makers, std::span<const std::uint32_
   std::vector<Candidate> candidates;
   candidates.reserve(moves.size());
   for (const std::uint32_t move : moves) {
-    candidates.push_back({move, makers.Moves().Swept(move), -kInfinity, {}});
+    candidates.push_back({move, makers.Moves().Swept(move)});
   }
-  Keep(std::move(candidates));
+  Keep(candidates);
   KeepFacets(facets);
 }
 
@@ -36,33 +35,34 @@ LocalSolid::LocalSolid(const LocalSolid& wider, const Box3& box)
   const Vec3 half = (box.high - box.low) / 2;
   const Vec3 step = m_centre - wider.m_centre;
   double least = kInfinity;
-  for (const Candidate& candidate : wider.m_candidates) {
-    least = std::min(least, candidate.distance);
-  }
+  for (const Bound& bound : wider.m_bounds) least = std::min(least, bound.distance);
   // No distance changes faster than the way that is gone.
   const double most = least + Length(step) + Length(half);
-  for (const Candidate& candidate : wider.m_candidates) {
-    const double there = candidate.distance + Dot(candidate.slope, step);
-    if (there - Sway(candidate.slope, half) <= most) candidates.push_back(candidate);
+  for (std::size_t i = 0; i < wider.m_bounds.size(); ++i) {
+    const Bound& bound = wider.m_bounds[i];
+    if (bound.At(step) - Sway(bound.slope, half) <= most) {
+      candidates.push_back(wider.m_candidates[i]);
+    }
   }
-  Keep(std::move(candidates));
+  Keep(candidates);
   KeepFacets(wider.m_facets);
 }
 
-void LocalSolid::Keep(std::vector<Candidate> candidates) {
+void LocalSolid::Keep(const std::vector<Candidate>& candidates) {
   const Vec3 half = (m_box.high - m_box.low) / 2;
   const double reach = Length(half);
   double least = 2 * reach;  // a tool further away from the centre has no say
-  for (Candidate& candidate : candidates) {
+  std::vector<Bound> bounds;
+  bounds.reserve(candidates.size());
+  for (const Candidate& candidate : candidates) {
     const NearestBoundary nearest = candidate.swept.Nearest(m_centre);
-    candidate.distance = nearest.distance;
-    candidate.slope = nearest.normal;
+    bounds.push_back({nearest.distance, nearest.normal});
     least = std::min(least, nearest.distance);
   }
-  for (Candidate& candidate : candidates) {
-    if (candidate.distance - Sway(candidate.slope, half) <= least + reach) {
-      m_candidates.push_back(candidate);
-    }
+  for (std::size_t i = 0; i < bounds.size(); ++i) {
+    if (bounds[i].distance - Sway(bounds[i].slope, half) > least + reach) continue;
+    m_candidates.push_back(candidates[i]);
+    m_bounds.push_back(bounds[i]);
   }
 }
 
@@ -82,13 +82,10 @@ void LocalSolid::KeepFacets(std::span<const std::uint32_t> facets) {
 std::optional<NearestMaker> LocalSolid::NearestTool(const Vec3& point) const {
   if (m_candidates.empty()) return std::nullopt;
   const Vec3 step = point - m_centre;
-  const auto bound = [&](const Candidate& candidate) {
-    return candidate.distance + Dot(candidate.slope, step);
-  };
   std::size_t first = 0;
   double lowest = kInfinity;
-  for (std::size_t i = 0; i < m_candidates.size(); ++i) {
-    const double low = bound(m_candidates[i]);
+  for (std::size_t i = 0; i < m_bounds.size(); ++i) {
+    const double low = m_bounds[i].At(step);
     if (low < lowest) {
       lowest = low;
       first = i;
@@ -98,7 +95,7 @@ std::optional<NearestMaker> LocalSolid::NearestTool(const Vec3& point) const {
   std::size_t found = first;
   const double rounding = 1e-13 * (1 + Length(m_box.high - m_box.low));
   for (std::size_t i = 0; i < m_candidates.size(); ++i) {
-    if (i == first || bound(m_candidates[i]) > nearest.distance + rounding) continue;
+    if (i == first || m_bounds[i].At(step) > nearest.distance + rounding) continue;
     const NearestBoundary other = m_candidates[i].swept.Nearest(point);
     const bool later = i > found;
     if (other.distance < nearest.distance - rounding ||
@@ -134,8 +131,9 @@ void LocalSolid::PlanesAt(const Vec3& point, double reach, std::vector<Generator
 }
 
 bool LocalSolid::HasColourNear(const Vec3& point, std::uint8_t colour, double reach) const {
-  for (const Candidate& candidate : m_candidates) {
-    if (candidate.distance + Dot(candidate.slope, point - m_centre) > reach) continue;
+  for (std::size_t i = 0; i < m_bounds.size(); ++i) {
+    if (m_bounds[i].At(point - m_centre) > reach) continue;
+    const Candidate& candidate = m_candidates[i];
     if (m_makers.ColourOf(Generator::Move(candidate.move)) != colour) continue;
     if (std::abs(candidate.swept.SignedDistance(point)) <= reach) return true;
   }

@@ -45,22 +45,27 @@ class LocalSolid {
   NearestMaker From(Generator maker, const Vec3& point) const;
 
  private:
-  // A move seen from the box's centre. The distance to a convex body is a convex function, so its
-  // tangent there bounds it from below everywhere.
   struct Candidate {
     std::uint32_t move;
     SweptTool swept;
-    double distance;
-    Vec3 slope;
   };
 
-  void Keep(std::vector<Candidate> candidates);
+  // A move's distance seen from the box's centre. The distance to a convex body is a convex
+  // function, so its tangent there bounds it from below everywhere.
+  struct Bound {
+    double distance;
+    Vec3 slope;
+    double At(const Vec3& step) const { return distance + Dot(slope, step); }
+  };
+
+  void Keep(const std::vector<Candidate>& candidates);
   void KeepFacets(std::span<const std::uint32_t> facets);
 
   const SurfaceMakers& m_makers;
   Box3 m_box;
   Vec3 m_centre;
   std::vector<Candidate> m_candidates;
+  std::vector<Bound> m_bounds;  // of each candidate
   std::vector<std::uint32_t> m_facets;
 };
 

@@ -13,7 +13,7 @@ constexpr double kMemoryLimit = 8.0 * 1024 * 1024 * 1024;
 constexpr double kBytesPerNode = 0.32;
 constexpr double kBytesPerRay = 80;
 constexpr double kBytesPerSurfaceCell = 450;
-constexpr double kCurvatureShare = 0.7;
+constexpr double kCurvatureShare = 0.8;
 constexpr double kSpacingsOfATip = 4;  // of the tolerance, on a face straight up
 
 double MemoryFor(const Box3& box, double spacing) {

@@ -141,13 +141,14 @@ class Settler {
       if (changed[facet]) continue;
       if (finding.colour) m_mesh.SetColour(facet, *finding.colour);
       if (!finding.settled) continue;
-      const Index beyond = isEdge ? m_mesh.Twin(finding.place.index) / 3 : facet;
+      const bool splitsEdge = finding.splits.kind == Kind::kEdge;
+      const Index beyond = splitsEdge ? m_mesh.Twin(finding.splits.index) / 3 : facet;
       if (beyond >= before || changed[beyond]) {
         again.push_back(facet);
         continue;
       }
-      if (isEdge) {
-        m_mesh.SplitEdge(finding.place.index, *finding.settled);
+      if (splitsEdge) {
+        m_mesh.SplitEdge(finding.splits.index, *finding.settled);
       } else {
         m_mesh.SplitFacet(facet, *finding.settled);
       }

@@ -17,7 +17,8 @@ constexpr double kVertexShare = 0.1;
 constexpr double kMiddleShare = 0.8;
 constexpr double kReach = 0.75;  // of the ray spacing
 constexpr int kSamples = 8;      // along an edge that is off
-constexpr double kGain = 0.8;    // a new vertex leaves less than this share of what is off
+// A new vertex leaves less than this share of what is off, or what the tolerance allows.
+constexpr double kGain = 0.9;
 
 // The places by block, in their order; those far from the surface are left out.
 struct PlacesByBlock {
@@ -142,18 +143,32 @@ void SurfaceSurvey::SettleVertex(const LocalSolid& solid, const Vec3& at,
 
 void SurfaceSurvey::SettleMiddle(const LocalSolid& solid, const Vec3& middle,
                                  SurveyFinding& finding) const {
-  const bool isEdge = finding.place.kind == MeshPlace::Kind::kEdge;
-  const Vec3 worst = isEdge ? WorstAlong(solid, finding.place.index) : middle;
-  const SettleGoal goal{PlanesUnder(solid, worst, m_limits.exact), kReach * m_limits.spacing,
+  const MeshPlace& place = finding.place;
+  if (place.kind == MeshPlace::Kind::kEdge) {
+    TrySplit(solid, place, WorstAlong(solid, place.index), finding);
+    return;
+  }
+  TrySplit(solid, place, middle, finding);
+  // Where the facet's own middle will not do, one of its edges may.
+  for (Index half = 3 * place.index; half < 3 * place.index + 3 && !finding.settled; ++half) {
+    TrySplit(solid, {MeshPlace::Kind::kEdge, half}, WorstAlong(solid, half), finding);
+  }
+}
+
+// Lets a new vertex near `from` split the place if that helps.
+void SurfaceSurvey::TrySplit(const LocalSolid& solid, const MeshPlace& place, const Vec3& from,
+                             SurveyFinding& finding) const {
+  const SettleGoal goal{PlanesUnder(solid, from, m_limits.exact), kReach * m_limits.spacing,
                         m_limits.exact};
-  double least = kGain * std::abs(HowFarOff(solid, worst).distance);
+  double enough = std::max(m_limits.tolerance, kGain * std::abs(HowFarOff(solid, from).distance));
   for (const std::optional<Vec3>& at :
-       {SettleAlong(solid, worst, Outward(finding.place), goal), SettlePoint(solid, worst, goal)}) {
+       {SettleAlong(solid, from, Outward(place), goal), SettlePoint(solid, from, goal)}) {
     if (!at) continue;
-    const double left = WorstAfter(solid, finding.place, *at);
-    if (left >= least) continue;
-    least = left;
+    const double left = WorstAfter(solid, place, *at);
+    if (left >= enough) continue;
+    enough = left;
     finding.settled = at;
+    finding.splits = place;
   }
 }
 

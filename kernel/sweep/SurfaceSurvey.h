@@ -31,6 +31,7 @@ struct SurveyFinding {
   MeshPlace place;
   double off = 0;               // how far a vertex, or the middle of an edge or facet, lies off
   std::optional<Vec3> settled;  // where the vertex, or a new one, belongs
+  MeshPlace splits;             // the edge or facet that the new vertex splits
   // Half edges from a vertex to those neighbours that may become one with it, the best first.
   std::vector<HalfEdgeMesh::Index> absorbable;
   std::optional<std::uint8_t> colour;  // that a facet should have
@@ -61,6 +62,8 @@ class SurfaceSurvey {
   bool Look(const LocalSolid& whole, const LocalSolid& part, SurveyFinding& finding) const;
   void SettleVertex(const LocalSolid& solid, const Vec3& at, SurveyFinding& finding) const;
   void SettleMiddle(const LocalSolid& solid, const Vec3& middle, SurveyFinding& finding) const;
+  void TrySplit(const LocalSolid& solid, const MeshPlace& place, const Vec3& from,
+                SurveyFinding& finding) const;
   std::vector<Index> Absorbable(const LocalSolid& solid, Index vertex, const Vec3& to) const;
   Vec3 WorstAlong(const LocalSolid& solid, Index half) const;
   double WorstAfter(const LocalSolid& solid, const MeshPlace& place, const Vec3& at) const;

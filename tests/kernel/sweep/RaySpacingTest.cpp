@@ -37,13 +37,13 @@ TEST(ChooseRaySpacing, ThinStockHasEightRaysAcrossIt) {
 
 TEST(ChooseRaySpacing, RoundCutterAsksForTheSquareRootOfRadiusAndTolerance) {
   // 4 * 8 * 0.02 is 0.8 squared.
-  EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.02, {8, 0}).spacing, 0.7 * 0.8, 1e-12);
+  EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.02, {8, 0}).spacing, 0.8 * 0.8, 1e-12);
   // A quarter of the tolerance halves it.
-  EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.005, {8, 0}).spacing, 0.7 * 0.4, 1e-12);
+  EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.005, {8, 0}).spacing, 0.8 * 0.4, 1e-12);
 }
 
 TEST(ChooseRaySpacing, RoundCutterHasAtLeastThreeRaysOnItsRadius) {
-  // By the tolerance alone they would be 0.7 * sqrt(4 * 0.6 * 0.15) = 0.42 apart.
+  // By the tolerance alone they would be 0.8 * sqrt(4 * 0.6 * 0.15) = 0.48 apart.
   EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.15, {0.6, 0}).spacing, 0.2, 1e-12);
 }
 
@@ -51,7 +51,7 @@ TEST(ChooseRaySpacing, SharpTipAsksForFourTolerancesOverItsSlope) {
   const double infinite = Curvature().radius;
   EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.02, {infinite, 0.5}).spacing, 0.16, 1e-12);
   // The round faces of the same job may ask for more, and then count.
-  EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.02, {0.36, 0.5}).spacing, 0.7 * std::sqrt(0.0288), 1e-12);
+  EXPECT_NEAR(ChooseRaySpacing(kBlock, 0.02, {0.48, 0.5}).spacing, 0.8 * std::sqrt(0.0384), 1e-12);
 }
 
 TEST(ChooseRaySpacing, NeverBelowTheTolerance) {
@@ -62,20 +62,20 @@ TEST(ChooseRaySpacing, NeverBelowTheTolerance) {
 // nodes, 3 n^2 rays of 80 and 6 n^2 cells of the surface of 450. For n = 1572 that is 8.508e9 and
 // fits in 8 GiB, 8.590e9; for 1602 it is 8.861e9, for 1525.8 again 7.982e9.
 TEST(ChooseRaySpacing, JobThatJustFitsInMemoryKeepsItsTolerance) {
-  const double tolerance = 0.01 / (0.49 * 1.6);  // 0.1 between the rays for a radius of 0.4
-  const RaySpacing chosen = ChooseRaySpacing(Cube(157), tolerance, {0.4, 0});
+  const double tolerance = 0.01 / (0.64 * 1.2);  // 0.1 between the rays for a radius of 0.3
+  const RaySpacing chosen = ChooseRaySpacing(Cube(157), tolerance, {0.3, 0});
   EXPECT_NEAR(chosen.spacing, 0.1, 1e-12);
   EXPECT_EQ(chosen.tolerance, tolerance);
   EXPECT_FALSE(chosen.raised);
 }
 
 TEST(ChooseRaySpacing, LackOfMemoryWidensTheSpacingByTwentiethsAndRaisesTheTolerance) {
-  const double tolerance = 0.01 / (0.49 * 1.6);
-  const RaySpacing chosen = ChooseRaySpacing(Cube(160), tolerance, {0.4, 0});
+  const double tolerance = 0.01 / (0.64 * 1.2);
+  const RaySpacing chosen = ChooseRaySpacing(Cube(160), tolerance, {0.3, 0});
   EXPECT_TRUE(chosen.raised);
   EXPECT_NEAR(chosen.spacing, 0.105, 1e-12);
-  // What rays 0.105 apart keep on a radius of 0.4: 0.15 squared, over 1.6.
-  EXPECT_NEAR(chosen.tolerance, 0.0140625, 1e-12);
+  // What rays 0.105 apart keep on a radius of 0.3: 0.13125 squared, over 1.2.
+  EXPECT_NEAR(chosen.tolerance, 0.01435546875, 1e-12);
 }
 
 TEST(ChooseRaySpacing, LackOfMemoryRaisesTheToleranceOfASharpTipAsWell) {
@@ -86,16 +86,16 @@ TEST(ChooseRaySpacing, LackOfMemoryRaisesTheToleranceOfASharpTipAsWell) {
 }
 
 TEST(ChooseRaySpacing, RaisedToleranceIsAtLeastAnEighthOfTheSpacing) {
-  const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.01 / (0.49 * 4), {1, 0});
+  const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.01 / (0.64 * 4), {1, 0});
   EXPECT_TRUE(chosen.raised);
   EXPECT_NEAR(chosen.spacing, 0.105, 1e-12);
-  EXPECT_NEAR(chosen.tolerance, 0.013125, 1e-12);  // the radius of 1 alone would ask for 0.005625
+  EXPECT_NEAR(chosen.tolerance, 0.013125, 1e-12);  // the radius of 1 alone would ask for 0.00430664
 }
 
 TEST(ChooseRaySpacing, WidensInAsManyStepsAsItTakes) {
-  // 0.7 * sqrt(4 * 0.0025) / 14 = 0.005: 32002 nodes on an edge. 1.05^61 = 19.61 times as far
+  // 0.8 * sqrt(4 * 0.0025) / 16 = 0.005: 32002 nodes on an edge. 1.05^61 = 19.61 times as far
   // apart there are 1634 and 9.24e9 bytes, 1.05^62 = 20.59 times as far apart 1556, 8.32e9 bytes.
-  const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.0025 / 196, {1, 0});
+  const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.0025 / 256, {1, 0});
   EXPECT_TRUE(chosen.raised);
   EXPECT_NEAR(chosen.spacing, 0.005 * std::pow(1.05, 62), 1e-9);
 }
@@ -103,10 +103,10 @@ TEST(ChooseRaySpacing, WidensInAsManyStepsAsItTakes) {
 TEST(RaisedTolerance, IsAWarningAheadOfTheWork) {
   const formats::Mesh cube = support::Box({0, 0, 0}, {160, 160, 160}, 1);
   const SweepResult run = RunSweepUntilWarning(
-      cube, {PathOf(Ball(0.4), 0.01 / (0.49 * 1.6), {{10, 10, 159.9}, {20, 10, 159.9}})});
+      cube, {PathOf(Ball(0.3), 0.01 / (0.64 * 1.2), {{10, 10, 159.9}, {20, 10, 159.9}})});
   EXPECT_TRUE(run.stopped);
   EXPECT_THAT(run.dialog.warnings, testing::ElementsAre("the sweep tolerance is raised to "
-                                                        "0.0140625 for lack of memory"));
+                                                        "0.0143555 for lack of memory"));
   EXPECT_EQ(run.resets, 0);
 }
 
