@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "SystemApi.h"
+#include "addin/working_files.h"
 #include "platform/QZCore.h"
 
 namespace {
@@ -90,7 +91,10 @@ CString SaveCopyBase(const CString& workDir) {
   return StockDataDirectoryFor(workDir) + SavePrefix(workDir);
 }
 
-bool SaveCopy(const CString& source, const CString& destination) {
-  if (file_exists(source, 0) == 0) return false;
+bool CopyOver(const CString& source, const CString& destination) {
   return CopyFileA(source, destination, FALSE) != FALSE;
+}
+
+bool SaveCopy(const CString& source, const CString& destination) {
+  return WorkingFileExists(source) && CopyOver(source, destination);
 }

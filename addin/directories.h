@@ -19,6 +19,9 @@ CString SavePrefix(const CString& workDir);
 /// Directory and prefix together: a copy's name follows directly.
 CString SaveCopyBase(const CString& workDir);
 
-/// Copies `source` over `destination` when it exists; both are full paths. True when a copy was
-/// made. No driver lets a job fail for a copy that could not be made.
+/// Copies `source` over `destination`; both are full paths. True when the copy was made.
+bool CopyOver(const CString& source, const CString& destination);
+
+/// The same when the host sees `source` at all. True when a copy was made; a job does not fail for
+/// one that could not be made.
 bool SaveCopy(const CString& source, const CString& destination);

@@ -6,6 +6,8 @@
 #include "callbacks/UIDlgKernel.h"
 #include "stock/FilterStockByColor.h"
 #include "stock/HealSurface.h"
+#include "stock/StockModelCompress.h"
+#include "stock/SweepPartStockCompare.h"
 #include "toolpaths/SweepMultipleToolpathsFromStock.h"
 
 namespace {
@@ -27,6 +29,19 @@ void RunStockOperation(const CString& workDir, HostProgress* host, bool* succeed
 void qztutlSweepMultipleToolpathsFromStock(CString workDir, HostProgress* host, bool* succeeded) {
   RunStockOperation(workDir, host, succeeded, [&](UIDlgKernel* callbacks) {
     return SweepMultipleToolpathsFromStock(workDir, callbacks);
+  });
+}
+
+void qztutlSweepPartStockCompare(CString workDir, HostProgress* host, bool* succeeded) {
+  RunStockOperation(workDir, host, succeeded, [&](UIDlgKernel* callbacks) {
+    return SweepPartStockCompare(workDir, callbacks);
+  });
+}
+
+void qztutlStockModelCompress(CString workDir, CString inputName, CString outputName,
+                              HostProgress* host, double tolerance, bool* succeeded) {
+  RunStockOperation(workDir, host, succeeded, [&](UIDlgKernel* callbacks) {
+    return StockModelCompress(workDir, inputName, outputName, callbacks, tolerance);
   });
 }
 

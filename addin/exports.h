@@ -19,6 +19,15 @@ int m_main();
 /// report. An exception that is none of the kernel's passes through, with `*succeeded` false.
 void qztutlSweepMultipleToolpathsFromStock(CString workDir, HostProgress* host, bool* succeeded);
 
+/// Colours the part of a working directory by its distance from the stock there. Arguments and
+/// report as above; the flag says little of the comparison itself (see SweepPartStockCompare).
+void qztutlSweepPartStockCompare(CString workDir, HostProgress* host, bool* succeeded);
+
+/// Stores a stock again at another compression tolerance (in the host's unit). `inputName` is
+/// relative to `workDir`, `outputName` is taken as it stands. Otherwise as above.
+void qztutlStockModelCompress(CString workDir, CString inputName, CString outputName,
+                              HostProgress* host, double tolerance, bool* succeeded);
+
 /// Keeps only the facets of the given colours (`colourCount` host colour numbers). The output is
 /// created before the input is opened. `*succeeded` is false until the input has been played to its
 /// end; an output that cannot be written does not show there.

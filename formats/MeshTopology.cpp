@@ -2,42 +2,16 @@
 // number, and a bucket holds so few sides that sorting it by the upper number costs next to
 // nothing.
 #include <algorithm>
+#include <cstdint>
 #include <numeric>
+#include <vector>
 
 #include "formats/MeshMeasures.h"
+#include "formats/UnionFind.h"
+#include "formats/WindingSets.h"
 
 namespace formats {
 namespace {
-
-class UnionFind {
- public:
-  explicit UnionFind(std::size_t size) : parent_(size), sets_(size) {
-    std::iota(parent_.begin(), parent_.end(), 0U);
-  }
-
-  void Join(std::uint32_t a, std::uint32_t b) {
-    a = Root(a);
-    b = Root(b);
-    if (a == b) return;
-    // The lower number becomes the root, so that the outcome does not hang on the order of joins.
-    parent_[std::max(a, b)] = std::min(a, b);
-    --sets_;
-  }
-
-  std::size_t Sets() const { return sets_; }
-
- private:
-  std::uint32_t Root(std::uint32_t a) {
-    while (parent_[a] != a) {
-      parent_[a] = parent_[parent_[a]];
-      a = parent_[a];
-    }
-    return a;
-  }
-
-  std::vector<std::uint32_t> parent_;
-  std::size_t sets_;
-};
 
 // A facet's side from corner `corner` to the next one.
 struct Side {
@@ -63,7 +37,10 @@ bool RepeatsVertex(const Facet& facet) {
 class Analysis {
  public:
   explicit Analysis(const Mesh& mesh)
-      : mesh_(mesh), facets_(mesh.facets.size()), corners_(3 * mesh.facets.size()) {}
+      : mesh_(mesh),
+        facets_(mesh.facets.size()),
+        windings_(mesh.facets.size()),
+        corners_(3 * mesh.facets.size()) {}
 
   MeshTopology Run() {
     CountVertexUse();
@@ -129,7 +106,8 @@ class Analysis {
     ++topology_.edges;
     const auto count = end - begin;
     const bool sameWay = count == 2 && begin[0].upperVertexAndWay == begin[1].upperVertexAndWay;
-    if (count == 1) ++topology_.openEdges;
+    if (count == 1) openSides_.push_back(begin->corner);
+    if (count == 2) windings_.Join(begin[0].corner / 3, begin[1].corner / 3, !sameWay);
     if (count > 2) ++topology_.nonManifoldEdges;
     if (sameWay) ++topology_.flippedEdges;
     for (SideIterator side = begin + 1; side != end; ++side) JoinAcross(*begin, *side);
@@ -151,6 +129,20 @@ class Analysis {
     topology_.eulerNumber = static_cast<std::int64_t>(fans) -
                             static_cast<std::int64_t>(topology_.edges) +
                             static_cast<std::int64_t>(mesh_.facets.size() - skipped);
+    topology_.openEdges = openSides_.size();
+    topology_.flippedFacets = windings_.FewestToTurn();
+    topology_.holes = CountHoles();
+  }
+
+  // Open edges follow each other around a hole through the fans at their ends. Joins the fans for
+  // good, so they have been counted before.
+  std::size_t CountHoles() {
+    for (const std::uint32_t side : openSides_) corners_.Join(side, NextCorner(side));
+    std::vector<std::uint32_t> rims;
+    rims.reserve(openSides_.size());
+    for (const std::uint32_t side : openSides_) rims.push_back(corners_.Root(side));
+    std::sort(rims.begin(), rims.end());
+    return static_cast<std::size_t>(std::unique(rims.begin(), rims.end()) - rims.begin());
   }
 
   std::size_t VerticesOfSides() const {
@@ -165,9 +157,11 @@ class Analysis {
   const Mesh& mesh_;
   MeshTopology topology_;
   UnionFind facets_;
+  WindingSets windings_;
   UnionFind corners_;
   std::vector<std::size_t> bucketStart_;
   std::vector<Side> sides_;
+  std::vector<std::uint32_t> openSides_;  // by their first corner
 };
 
 }  // namespace

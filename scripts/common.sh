@@ -4,9 +4,10 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 jobs=$(nproc)
 
-# What scripts/fetch-samples.sh has fetched. The tests find the programs through the environment.
+# What scripts/fetch-samples.sh has fetched. The tests find it through the environment.
 samples=build/samples
 export QZ_PROGRAMS="$root/$samples/programs"
+export QZ_MESHES="$root/$samples/meshes"
 
 # Wine keeps its world under the build folder and says nothing of its own.
 export WINEPREFIX="$root/build/windows/wine"

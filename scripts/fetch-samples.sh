@@ -47,3 +47,7 @@ take() {
 # Machining programs. 3D_Chips.ngc is LinuxCNC's: 3 axes, a block of 100 x 100 x 50 mm with its zero
 # at the centre of the top, a ball cutter of 10 mm.
 take linuxcnc-uspace programs 3D_Chips.ngc
+
+# Damaged meshes of other programs.
+take libcgal-demo meshes mech-holes-shark.off pig.stl
+take openscad-testing-data meshes bad-stl-wing.stl bad-stl-tardis.stl bad-stl-pcbvicebar.stl

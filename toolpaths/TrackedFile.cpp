@@ -9,8 +9,16 @@ constexpr char kSourceUnit[] = "QZTUTLA2";
 TrackedFile::TrackedFile(const char* directory, const char* name, const char* mode) {
   // Some hosts write the status only when the open fails.
   bool status = true;
-  m_stream = m_fopen_hl(kSourceUnit, __LINE__, directory, name, mode, &status);
-  m_open = status && m_stream != nullptr;
+  Open(directory, name, mode, &status);
+}
+
+TrackedFile::TrackedFile(const char* directory, const char* name, const char* mode, bool* status) {
+  Open(directory, name, mode, status);
+}
+
+void TrackedFile::Open(const char* directory, const char* name, const char* mode, bool* status) {
+  m_stream = m_fopen_hl(kSourceUnit, __LINE__, directory, name, mode, status);
+  m_open = *status && m_stream != nullptr;
 }
 
 void TrackedFile::Close() {

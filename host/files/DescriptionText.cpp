@@ -44,7 +44,9 @@ std::string Topology(const Json& topology) {
   text += ", components " + Number(topology["components"]);
   if (!topology["genus"].is_null()) text += ", genus " + Number(topology["genus"]);
   AddFault(topology, "open_edges", "open edges", text);
+  AddFault(topology, "holes", "holes", text);
   AddFault(topology, "flipped_edges", "flipped edges", text);
+  AddFault(topology, "flipped_facets", "flipped facets", text);
   AddFault(topology, "non_manifold_edges", "non-manifold edges", text);
   AddFault(topology, "pinched_vertices", "pinched vertices", text);
   AddFault(topology, "unused_vertices", "unused vertices", text);

@@ -11,11 +11,17 @@ namespace host {
 
 namespace {
 
-std::filesystem::path FollowLinks(const std::filesystem::path& path) {
+// Also to where no file is yet. A ring of links is given up on.
+std::filesystem::path FollowLinks(std::filesystem::path path) {
+  constexpr int kMostLinks = 40;
   std::error_code error;
-  if (!std::filesystem::is_symlink(path, error)) return path;
-  const auto target = std::filesystem::weakly_canonical(path, error);
-  return error ? path : target;
+  for (int links = 0; links < kMostLinks && std::filesystem::is_symlink(path, error); ++links) {
+    const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+    if (error) break;
+    // A relative link starts from its own directory; an absolute one takes its place.
+    path = path.parent_path() / target;
+  }
+  return path;
 }
 
 // A file could be replaced whatever its mode says, but it is protected for a reason.

@@ -7,10 +7,15 @@
 namespace host {
 
 std::string AddInDirectory(const std::string& path) {
-  std::string directory = FullPath(path);
-  std::replace(directory.begin(), directory.end(), '/', '\\');
+  std::string directory = AddInFile(path);
   if (directory.back() != '\\') directory += '\\';
   return directory;
+}
+
+std::string AddInFile(const std::string& path) {
+  std::string file = FullPath(path);
+  std::replace(file.begin(), file.end(), '/', '\\');
+  return file;
 }
 
 }  // namespace host

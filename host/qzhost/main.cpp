@@ -107,6 +107,8 @@ int main(int argc, char** argv) {
   app.allow_windows_style_options(false);
   AddGlobalOptions(app, options);
   host::AddConvertCommand(app, options);
+  host::AddFilterCommand(app, options);
+  host::AddHealCommand(app, options);
   host::AddInfoCommand(app, options);
   host::AddNewJobCommand(app, options);
   host::AddSweepCommand(app, options);

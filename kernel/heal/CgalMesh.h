@@ -3,7 +3,11 @@
 // Only for the files that use the library: it is slow to compile.
 
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
+#include <CGAL/Random.h>
 #include <CGAL/Surface_mesh.h>
+#include <algorithm>
+#include <mutex>
+#include <vector>
 
 #include "kernel/heal/SurfaceMesh.h"
 
@@ -16,6 +20,15 @@ using CgalMesh = CGAL::Surface_mesh<CgalPoint>;
 using CgalColours = CgalMesh::Property_map<CgalMesh::Face_index, int>;
 inline CgalColours ColoursOf(CgalMesh& mesh) {
   return mesh.add_property_map<CgalMesh::Face_index, int>("f:colour", -1).first;
+}
+
+// The library's shared constants are built without support for threads: hold this while objects
+// with exact constructions live. Its random numbers, seeded by the clock otherwise, begin anew.
+inline std::unique_lock<std::mutex> CgalTurn() {
+  static std::mutex mutex;
+  std::unique_lock turn(mutex);
+  CGAL::get_default_random() = CGAL::Random(1);
+  return turn;
 }
 
 // A closed edge-manifold body; false when the library cannot hold it.

@@ -36,28 +36,37 @@ bool LieOnOneSide(const Signs& s) {
   return (s[0] >= 0 && s[1] >= 0 && s[2] >= 0) || (s[0] <= 0 && s[1] <= 0 && s[2] <= 0);
 }
 
+// A triangle and on which sides of the other one's plane its corners lie.
+struct Sided {
+  Triangle corners;
+  Signs signs;
+
+  void TurnOver() {
+    std::swap(corners[1], corners[2]);
+    std::swap(signs[1], signs[2]);
+  }
+};
+
 // Turns `t` until its first corner is alone on its side of the other triangle's plane. When that
 // is the lower side, the other triangle is turned over to make it the upper one.
-void PutLoneCornerFirst(Triangle& t, const Signs& signs, Triangle& other) {
-  std::size_t lone = 0;
+void PutLoneCornerFirst(Sided& t, Sided& other) {
+  std::ptrdiff_t lone = 0;
   bool above = false;
-  for (std::size_t i = 0; i < 3; ++i) {
-    const int next = signs[(i + 1) % 3], last = signs[(i + 2) % 3];
-    if (signs[i] > 0 && next <= 0 && last <= 0) {
-      lone = i;
-      above = true;
-      break;
-    }
-    if (signs[i] < 0 && next >= 0 && last >= 0) lone = i;
+  for (std::size_t i = 0; i < 3 && !above; ++i) {
+    const int next = t.signs[(i + 1) % 3], last = t.signs[(i + 2) % 3];
+    above = t.signs[i] > 0 && next <= 0 && last <= 0;
+    if (above || (t.signs[i] < 0 && next >= 0 && last >= 0)) lone = static_cast<std::ptrdiff_t>(i);
   }
-  std::rotate(t.begin(), t.begin() + static_cast<std::ptrdiff_t>(lone), t.end());
-  if (!above) std::swap(other[1], other[2]);
+  std::rotate(t.corners.begin(), t.corners.begin() + lone, t.corners.end());
+  std::rotate(t.signs.begin(), t.signs.begin() + lone, t.signs.end());
+  if (!above) other.TurnOver();
 }
 
-bool PassThroughEachOther(Triangle a, Triangle b, const Signs& aSigns, const Signs& bSigns) {
-  PutLoneCornerFirst(a, aSigns, b);
-  PutLoneCornerFirst(b, bSigns, a);
-  return Side(a[0], a[1], b[0], b[1]) < 0 && Side(a[0], a[2], b[2], b[0]) < 0;
+bool PassThroughEachOther(Sided a, Sided b) {
+  PutLoneCornerFirst(a, b);
+  PutLoneCornerFirst(b, a);
+  const Triangle &t = a.corners, &u = b.corners;
+  return Side(t[0], t[1], u[0], u[1]) < 0 && Side(t[0], t[2], u[2], u[0]) < 0;
 }
 
 // A coordinate to leave out so that the triangle keeps an area; 3 when it has none.
@@ -114,7 +123,7 @@ Overlap OverlapOf(const Triangle& a, const Triangle& b) {
   if (inPlane) return OverlapInPlane(a, b);
   const Signs aSigns = SidesOf(b, a);
   if (LieOnOneSide(aSigns)) return Overlap::kNone;
-  return PassThroughEachOther(a, b, aSigns, bSigns) ? Overlap::kCrossing : Overlap::kNone;
+  return PassThroughEachOther({a, aSigns}, {b, bSigns}) ? Overlap::kCrossing : Overlap::kNone;
 }
 
 bool IsAbove(const Triangle& t, const Vec3& point) {

@@ -13,11 +13,16 @@ namespace {
 
 using Index = SurfaceMesh::Index;
 
+constexpr Index kVerticesInCheck = 1024;
+
 // The part of the mesh at its open vertices. Vertices are named by their place among those.
 class Rim {
  public:
-  Rim(const SurfaceMesh& mesh, std::vector<Index> vertices, double tolerance)
-      : m_mesh(mesh), m_vertices(std::move(vertices)), m_tolerance(tolerance) {
+  Rim(const SurfaceMesh& mesh, std::vector<Index> vertices, const Reach& reach)
+      : m_mesh(mesh),
+        m_vertices(std::move(vertices)),
+        m_tolerance(reach.tolerance),
+        m_check(reach.check) {
     m_members.resize(m_vertices.size());
     m_keeper.resize(m_vertices.size());
     m_uses.assign(m_vertices.size(), 0);
@@ -106,6 +111,7 @@ class Rim {
 
     std::vector<Index> nearest(m_vertices.size(), SurfaceMesh::kNone);
     for (const Index i : ends) {
+      if (i % kVerticesInCheck == 0) m_check();
       const auto accepts = [&](Index j) {
         const Edge pair = std::minmax(i, j);
         return !std::binary_search(edges.begin(), edges.end(), pair) && m_refused.count(pair) == 0;
@@ -143,6 +149,7 @@ class Rim {
   const SurfaceMesh& m_mesh;
   const std::vector<Index> m_vertices;
   const double m_tolerance;
+  const std::function<void()>& m_check;
   std::vector<std::vector<Index>> m_members;  // of the vertices that stay
   std::vector<Index> m_keeper;
   std::vector<Index> m_uses;                   // by facets, as they came
@@ -157,7 +164,7 @@ bool JoinOpenVertices(SurfaceMesh& mesh, const MeshEdges& edges, const Reach& re
   std::vector<Index> vertices = VerticesOf(mesh, OpenSides(edges));
   std::erase_if(vertices, [&](Index vertex) { return !reach.Holds(vertex); });
   if (vertices.empty() || reach.tolerance <= 0) return false;
-  Rim rim(mesh, std::move(vertices), reach.tolerance);
+  Rim rim(mesh, std::move(vertices), reach);
   if (!rim.JoinAll()) return false;
   const std::vector<Index> number = rim.Renumbering();
   for (SurfaceMesh::Facet& facet : mesh.facets) {

@@ -1,6 +1,7 @@
 #include "kernel/heal/MendSurface.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -57,12 +58,14 @@ class Mender {
   void Stitch() {
     Stage("Stitching surface", [&](const Tell& tell) {
       SurfaceMesh& mesh = m_linked.mesh;
-      std::optional<MeshEdges> unslivered = WithoutSlivers(mesh);
+      double done = 0;
+      const auto check = [&] { tell(done); };
+      std::optional<MeshEdges> unslivered = WithoutSlivers(mesh, check);
       MeshEdges edges = unslivered ? std::move(*unslivered) : MeshEdges(mesh);
-      tell(0.3);
-      edges = CloseGaps(mesh, std::move(edges), {m_tolerance, {}}, m_least);
-      tell(0.6);
-      if (auto closed = WithoutSlivers(mesh)) edges = std::move(*closed);
+      done = 0.3;
+      edges = CloseGaps(mesh, std::move(edges), {m_tolerance, {}, check}, m_least);
+      done = 0.6;
+      if (auto closed = WithoutSlivers(mesh, check)) edges = std::move(*closed);
       if (RemoveDuplicateFacets(mesh, edges) > 0) edges = MeshEdges(mesh);
       tell(0.8);
       m_linked = LinkFacets(std::move(mesh), edges);
@@ -71,10 +74,11 @@ class Mender {
 
   // Removes slivers and closes what they leave, so that the tolerance does not take hold of that.
   // The edges afterwards; nothing when there was no sliver.
-  std::optional<MeshEdges> WithoutSlivers(SurfaceMesh& mesh) const {
+  std::optional<MeshEdges> WithoutSlivers(SurfaceMesh& mesh,
+                                          const std::function<void()>& check) const {
     std::vector<bool> corners = RemoveSliverFacets(mesh, m_least);
     if (corners.empty()) return std::nullopt;
-    return CloseGaps(mesh, MeshEdges(mesh), {m_least, std::move(corners)}, m_least);
+    return CloseGaps(mesh, MeshEdges(mesh), {m_least, std::move(corners), check}, m_least);
   }
 
   void FillAndPart() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "kernel/heal/MeshEdges.h"
@@ -14,6 +15,8 @@ struct Reach {
   double tolerance;
   // By vertex; empty: all of them. Sides are within reach with both ends.
   std::vector<bool> vertices;
+  // Called often; what it throws ends the repair.
+  std::function<void()> check = [] {};
 
   bool Holds(SurfaceMesh::Index vertex) const { return vertices.empty() || vertices[vertex]; }
 };

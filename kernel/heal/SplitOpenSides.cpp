@@ -67,6 +67,7 @@ bool SplitOpenSides(SurfaceMesh& mesh, const MeshEdges& edges, const Reach& reac
   Index last = SurfaceMesh::kNone;  // a facet is split at one side at a time
   for (const Index side : sides) {
     if (side / 3 == last) continue;
+    reach.check();
     std::vector<Stop> stops = StopsAlong(mesh, side, tree, reach.tolerance);
     if (stops.empty()) continue;
     std::vector<SurfaceMesh::Facet> pieces = Pieces(mesh, side, stops, least);

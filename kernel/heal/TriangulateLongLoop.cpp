@@ -2,12 +2,13 @@
 #include <CGAL/Polygon_mesh_processing/triangulate_hole.h>
 #include <iterator>
 
+#include "kernel/heal/CgalMesh.h"
 #include "kernel/heal/TriangulateLoop.h"
 
 namespace kernel {
 namespace {
 
-using Point = CGAL::Exact_predicates_inexact_constructions_kernel::Point_3;
+using Point = CgalPoint;
 
 // What the library returns a triangle as.
 struct Triangle {
@@ -20,6 +21,7 @@ struct Triangle {
 }  // namespace
 
 LoopTriangles TriangulateLongLoop(const std::vector<Vec3>& points) {
+  const std::unique_lock turn = CgalTurn();
   std::vector<Point> loop;
   loop.reserve(points.size());
   for (const Vec3& point : points) loop.emplace_back(point.x, point.y, point.z);

@@ -1,7 +1,6 @@
 #include "kernel/heal/UncrossBody.h"
 
 #include <CGAL/Polygon_mesh_processing/repair_self_intersections.h>
-#include <algorithm>
 
 #include "kernel/heal/CgalMesh.h"
 
@@ -25,6 +24,7 @@ class Watcher : public pmp::experimental::Remove_self_intersection_default_visit
 
 std::optional<SurfaceMesh> UncrossBody(const SurfaceMesh& body, double tolerance,
                                        const std::function<void()>& check) {
+  const std::unique_lock turn = CgalTurn();
   CgalMesh mesh;
   if (tolerance <= 0 || !ToCgal(body, mesh)) return std::nullopt;
   pmp::experimental::remove_self_intersections(

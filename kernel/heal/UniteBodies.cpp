@@ -1,7 +1,7 @@
 #include "kernel/heal/UniteBodies.h"
 
 #include <CGAL/Polygon_mesh_processing/corefinement.h>
-#include <algorithm>
+#include <array>
 
 #include "kernel/heal/CgalMesh.h"
 
@@ -36,7 +36,11 @@ class ColourKeeper : public pmp::Corefinement::Default_visitor<CgalMesh> {
 
 std::optional<SurfaceMesh> UniteBodies(const SurfaceMesh& a, const SurfaceMesh& b,
                                        const std::function<void()>& check) {
-  CgalMesh first, second, both;
+  const std::unique_lock turn = CgalTurn();
+  // In one array: the library goes by the order of their addresses.
+  std::array<CgalMesh, 2> operands;
+  auto& [first, second] = operands;
+  CgalMesh both;
   if (!ToCgal(a, first) || !ToCgal(b, second)) return std::nullopt;
   ColoursOf(both);
   try {

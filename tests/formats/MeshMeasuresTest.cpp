@@ -131,6 +131,35 @@ TEST(AnalyseTopology, CountsTheOpenEdgesOfABoxWithoutLid) {
   EXPECT_FALSE(topology.IsClosed());
   EXPECT_FALSE(topology.Genus());
   EXPECT_EQ(topology.eulerNumber, 1);
+  EXPECT_EQ(topology.holes, 1U);
+}
+
+TEST(AnalyseTopology, TakesHolesThatShareACornerForOneRunOfEdges) {
+  Mesh mesh = BoxMesh();
+  // Two of the six facets about corner 0 that are no neighbours. With the corner pulled apart, as
+  // the other counts take it, both gaps are one.
+  mesh.facets.erase(mesh.facets.begin() + 5);
+  mesh.facets.erase(mesh.facets.begin());
+  const formats::MeshTopology topology = formats::AnalyseTopology(mesh);
+  EXPECT_EQ(topology.openEdges, 6U);
+  EXPECT_EQ(topology.holes, 1U);
+  EXPECT_EQ(topology.pinchedVertices, 1U);
+}
+
+TEST(AnalyseTopology, CountsHolesThatShareNothingApart) {
+  Mesh mesh = BoxMesh();
+  // One facet of the bottom and the one of the top without a corner above it.
+  mesh.facets.erase(mesh.facets.begin() + 3);
+  mesh.facets.erase(mesh.facets.begin());
+  EXPECT_EQ(formats::AnalyseTopology(mesh).holes, 2U);
+}
+
+TEST(AnalyseTopology, CountsBothRimsOfATube) {
+  Mesh mesh = BoxMesh();
+  mesh.facets.erase(mesh.facets.begin(), mesh.facets.begin() + 4);
+  const formats::MeshTopology topology = formats::AnalyseTopology(mesh);
+  EXPECT_EQ(topology.openEdges, 8U);
+  EXPECT_EQ(topology.holes, 2U);
 }
 
 TEST(AnalyseTopology, CountsTheEdgesOfAFlippedFacet) {
@@ -138,9 +167,36 @@ TEST(AnalyseTopology, CountsTheEdgesOfAFlippedFacet) {
   std::swap(mesh.facets[5].vertices[0], mesh.facets[5].vertices[1]);
   const formats::MeshTopology topology = formats::AnalyseTopology(mesh);
   EXPECT_EQ(topology.flippedEdges, 3U);
+  EXPECT_EQ(topology.flippedFacets, 1U);
   EXPECT_TRUE(topology.IsClosed());
   EXPECT_FALSE(topology.IsOrientedManifold());
   EXPECT_EQ(topology.pinchedVertices, 0U);
+}
+
+TEST(AnalyseTopology, CountsTheFewestFacetsToTurnInEachComponent) {
+  Mesh mesh = BoxMesh();
+  AddBox(mesh, {10, 0, 0}, {11, 1, 1});
+  // All but two of the first box, three of the second.
+  for (const std::size_t facet : {0, 1, 2, 4, 5, 6, 8, 9, 10, 11, 13, 17, 22}) {
+    std::swap(mesh.facets[facet].vertices[0], mesh.facets[facet].vertices[1]);
+  }
+  EXPECT_EQ(formats::AnalyseTopology(mesh).flippedFacets, 5U);
+}
+
+TEST(AnalyseTopology, TakesABoxThatFacesInwardsForConsistent) {
+  Mesh mesh = BoxMesh();
+  for (formats::Facet& facet : mesh.facets) std::swap(facet.vertices[0], facet.vertices[1]);
+  EXPECT_EQ(formats::AnalyseTopology(mesh).flippedFacets, 0U);
+}
+
+TEST(AnalyseTopology, TurnsPartOfASurfaceOfOneSideAndIsDone) {
+  // A Moebius band of five facets, each wound against the next: that cannot come out even.
+  const Mesh band{{{0, 0, 0}, {1, 0, 0}, {2, 1, 0}, {1, 2, 1}, {0, 1, 2}},
+                  {{{0, 1, 2}, 0}, {{1, 2, 3}, 0}, {{2, 3, 4}, 0}, {{3, 4, 0}, 0}, {{4, 0, 1}, 0}}};
+  const formats::MeshTopology topology = formats::AnalyseTopology(band);
+  EXPECT_EQ(topology.openEdges, 5U);
+  EXPECT_EQ(topology.holes, 1U);
+  EXPECT_EQ(topology.flippedFacets, 2U);
 }
 
 TEST(AnalyseTopology, CountsTwoBoxesAsTwoComponents) {

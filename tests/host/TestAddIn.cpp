@@ -2,11 +2,11 @@
 //   refuse         the entry routine answers 0
 //   version=N      m_version answers N
 //   main=N         m_main answers N
-//   succeed        the sweep copies the input stock to the result, and its flag is true
+//   succeed        the operation copies its input to the result, and its flag is true
 //   nothing        the flag is true, but nothing is made
 //   garbage        the flag is true, and the result is no surface
 //   partial        a result is made, but the flag is false
-//   throw          an exception leaves the sweep
+//   throw          an exception leaves the operation
 //   kernel=TEXT    the text, up to the next blank, is said as a kernel's error
 //   leak           a stream is left open
 //   wait           the sweep goes on until the host says that the user wants to stop
@@ -73,6 +73,16 @@ void WaitForStop(HostProgress* host) {
   }
 }
 
+// What the words make of any operation from one surface file to another.
+void MakeResult(const char* input, const char* output, bool* succeeded) {
+  if (Is("throw")) throw std::runtime_error("thrown by the test");
+  if (!Value("kernel").empty()) SayAsKernel(Value("kernel"));
+  if (Is("leak")) m_fopen(kUnit, 77, input, "rb");
+  if (Is("garbage")) WriteText(output, "wb", "no surface");
+  if (Is("succeed") || Is("partial")) CopyFileA(input, output, FALSE);
+  *succeeded = Is("succeed") || Is("nothing") || Is("garbage");
+}
+
 void ShowProgress(HostProgress* host) {
   CString text;
   if (host->LoadMessage(44, &text)) host->ShowProgress(&text, 50);
@@ -99,12 +109,18 @@ QZ_EXPORT void qztutlSweepMultipleToolpathsFromStock(CString workDir, HostProgre
   const CString input = workDir + "StockModelInput.tmp";
   const CString output = workDir + "StockModelOutput.tmp";
   ShowProgress(host);
-  if (Is("throw")) throw std::runtime_error("thrown by the test");
-  if (!Value("kernel").empty()) SayAsKernel(Value("kernel"));
-  if (Is("leak")) m_fopen(kUnit, 77, input, "rb");
   if (Is("wait")) WaitForStop(host);
-  if (Is("garbage")) WriteText(output.GetString(), "wb", "no surface");
-  if (Is("succeed") || Is("partial")) CopyFileA(input, output, FALSE);
-  *succeeded = Is("succeed") || Is("nothing") || Is("garbage");
+  MakeResult(input, output, succeeded);
+}
+
+QZ_EXPORT void qztutlFilterStockByColor(char* input, char* output, unsigned short, unsigned char*,
+                                        bool* succeeded) {
+  *succeeded = false;
+  MakeResult(input, output, succeeded);
+}
+
+QZ_EXPORT void qztutl_heal(double, char* input, char* output, bool* succeeded) {
+  *succeeded = false;
+  MakeResult(input, output, succeeded);
 }
 }

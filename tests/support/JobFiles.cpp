@@ -86,6 +86,10 @@ Surface Cube(double edge, unsigned char colour) {
   return cube;
 }
 
+Surface OneFacet(double size, unsigned char colour) {
+  return {{{0, 0, 0}, {size, 0, 0}, {0, size, 0}}, {{{1, 2, 3}, colour}}};
+}
+
 std::string BinarySurfaceBytes(const Surface& surface) {
   FileBuilder file;
   file.Text("binary surface");
@@ -97,6 +101,13 @@ std::string BinarySurfaceBytes(const Surface& surface) {
     file.Uint8(facet.colour);
   }
   return file.Bytes();
+}
+
+std::string CompareInfoBytes(const Bands& bands) {
+  FileBuilder file;
+  file.Int32(bands.stockColour).Int32(bands.divisions);
+  for (const std::uint32_t colour : bands.colours) file.Uint32(colour);
+  return file.Doubles(bands.distances).Bytes();
 }
 
 std::string PathInfoHeadBytes(const Path& path) {

@@ -23,7 +23,21 @@ struct Surface {
 /// An axis-parallel cube from the origin, closed and outward, 8 vertices and 12 facets.
 Surface Cube(double edge, unsigned char colour);
 
+/// A right-angled triangle in the plane z = 0, two edges of length `size`.
+Surface OneFacet(double size, unsigned char colour);
+
 std::string BinarySurfaceBytes(const Surface& surface);
+
+/// The bands of a comparison. `divisions` is what the file says; the lists may be shorter.
+struct Bands {
+  std::int32_t stockColour = 0;
+  std::int32_t divisions = 0;
+  std::vector<std::uint32_t> colours;
+  std::vector<double> distances;
+  bool operator==(const Bands&) const = default;
+};
+
+std::string CompareInfoBytes(const Bands& bands);
 
 struct ConvexBlock {
   std::array<double, 6> values{0, 5, 0, 90, 0, 0};  // corner and flat radius, tapers, height, bevel

@@ -19,6 +19,8 @@ class RecordingChannel final : public SurfaceTransfer {
   void* AddTriangle(void* a, void* b, void* c, char colour) override;
   void Close() override;
 
+  const std::string& Name() const { return m_name; }
+
  private:
   void Enter(const std::string& operation, const std::string& detail);
 

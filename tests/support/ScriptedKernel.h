@@ -16,12 +16,15 @@ namespace support {
 ///
 ///     IFSweep()   OpenStockChannel   stock.Reset   stock.AddVertex 1   stock.AddTriangle 1
 ///     stock.Close   SetFiveAxisBufferingLevel 0   Run PATHFILE   Run ends   ~IFSweep()
+///     OpenCompareSurfaceChannel   part.Reset and so on   stock.Reset and so on
+///     Compare part stock   Compare ends
 ///     IFHeal()   heal.Run INPUT OUTPUT   heal.Run ends   ~IFHeal()
 ///
 /// Every call but the destructors is numbered from 1, and a script can be run inside any of them
-/// (after it was noted, before it does anything). What `Run` plays into the output channel is
-/// numbered as well: output.Reset, output.AddVertex N, output.AddTriangle N, output.Close, Run
-/// ends. A heal reads and writes nothing by itself; a script may.
+/// (after it was noted, before it does anything). What `Run` and `Compare` play into the output
+/// channel is numbered as well: output.Reset, output.AddVertex N, output.AddTriangle N,
+/// output.Close, Run ends. Of the channels for a comparison the first opened is the part's. A heal
+/// reads and writes nothing by itself; a script may.
 class ScriptedKernel {
  public:
   ScriptedKernel();
@@ -39,9 +42,9 @@ class ScriptedKernel {
   /// Runs inside every destructor of a kernel class; the callbacks may be gone by then.
   void AtDestruction(std::function<void()> action) { m_atDestruction = std::move(action); }
 
-  /// What Run plays into the output channel.
+  /// What Run and Compare play into the output channel.
   Surface result;
-  /// Whether Run ends the output with Close.
+  /// Whether they end the output with Close.
   bool closesOutput = true;
   /// From this vertex, or triangle, on (from 1) the input channels return null; 0: never.
   int vertexHandlesFailFrom = 0;
@@ -52,6 +55,10 @@ class ScriptedKernel {
 
   /// What the stock channel received since its last Reset, numbers one-based.
   Surface stock;
+  /// The same of the part's channel.
+  Surface part;
+  /// What the last comparison was given besides its channels.
+  Bands bands;
 
   int Calls() const { return static_cast<int>(m_calls.size()); }
   /// The names of the numbered calls, in order.

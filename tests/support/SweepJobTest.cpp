@@ -27,8 +27,4 @@ bool SweepJobTest::HasStaleOutput() const {
   return JobHas("StockModelOutput.tmp") && ReadWholeFile(InJob("StockModelOutput.tmp")) == kStale;
 }
 
-Surface OneFacet(double size, unsigned char colour) {
-  return {{{0, 0, 0}, {size, 0, 0}, {0, size, 0}}, {{{1, 2, 3}, colour}}};
-}
-
 }  // namespace support

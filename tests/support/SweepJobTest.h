@@ -27,6 +27,4 @@ class SweepJobTest : public JobTest {
   ScriptedKernel kernel;
 };
 
-Surface OneFacet(double size, unsigned char colour);
-
 }  // namespace support

@@ -7,6 +7,8 @@
 #include <random>
 #include <system_error>
 
+#include "support/LineEnd.h"
+
 namespace support {
 
 TempDirectory::TempDirectory() {
@@ -51,6 +53,24 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes) {
   std::ofstream file(path, std::ios::binary);
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   ASSERT_TRUE(file.good()) << path;
+}
+
+std::string TextFileBytes(const std::string& text) {
+  std::string bytes;
+  for (const char character : text) {
+    if (character == '\n') {
+      bytes += kLineEnd;
+    } else {
+      bytes += character;
+    }
+  }
+  return bytes;
+}
+
+std::map<std::string, std::string> FilesIn(const std::filesystem::path& directory) {
+  std::map<std::string, std::string> files;
+  for (const std::string& name : NamesIn(directory)) files[name] = ReadWholeFile(directory / name);
+  return files;
 }
 
 std::vector<std::string> NamesIn(const std::filesystem::path& directory) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,12 @@ std::string ReadWholeFile(const std::filesystem::path& path);
 std::string ReadTextFile(const std::filesystem::path& path);
 
 void WriteWholeFile(const std::filesystem::path& path, std::string_view bytes);
+
+/// A text as a file holds it: with the system's line ends in place of '\n'.
+std::string TextFileBytes(const std::string& text);
+
+/// Every file of a directory with all its bytes, by its name.
+std::map<std::string, std::string> FilesIn(const std::filesystem::path& directory);
 
 /// The names in a directory, sorted.
 std::vector<std::string> NamesIn(const std::filesystem::path& directory);

@@ -169,7 +169,8 @@ FILE* m_fopen_hl(const char* sourceUnit, int line, const char* directory, const 
                    " " + host.events.Spell(name) + " " + mode + LineMark(line) +
                    Outcome(stream != nullptr));
   const bool everyCall = host.statusWrites == support::TestHost::StatusWrites::kOnEveryCall;
-  if (stream == nullptr || everyCall) *status = stream != nullptr;
+  const bool never = host.statusWrites == support::TestHost::StatusWrites::kNever;
+  if (!never && (stream == nullptr || everyCall)) *status = stream != nullptr;
   // A host may call an open undone although it hands out a stream: the status decides.
   if (host.faults.Enter("m_fopen_hl status")) *status = false;
   return stream;

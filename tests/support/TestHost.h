@@ -49,8 +49,9 @@ class TestHost {
   int escapeFrom = 0;
   std::string temporaryDirectory;
 
-  /// Not every host writes the status byte of a successful open.
-  enum class StatusWrites { kOnEveryCall, kOnlyOnFailure };
+  /// Not every host writes the status byte of a successful open, and what a host makes of it when
+  /// an open fails is its own affair.
+  enum class StatusWrites { kOnEveryCall, kOnlyOnFailure, kNever };
   StatusWrites statusWrites = StatusWrites::kOnEveryCall;
 
   /// Answers of file_exists that differ from the truth, by the path as events spell it.

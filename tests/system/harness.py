@@ -61,6 +61,17 @@ class SystemTest(unittest.TestCase):
             environment["PATH"] = bin_directory + os.pathsep + environment["PATH"]
         return Run(command + list(arguments), env=environment, **options)
 
+    def file(self, name):
+        """Of the test's own folder, beside the job."""
+        return os.path.join(self.folder, name)
+
+    def use_own_temporary_directory(self):
+        """What the program leaves behind there can then be told."""
+        temporary = self.file("temporary")
+        os.mkdir(temporary)
+        self.environment.update(TMPDIR=temporary, TMP=spelled(temporary), TEMP=spelled(temporary))
+        return temporary
+
     def path(self, name):
         return os.path.join(self.job, name)
 

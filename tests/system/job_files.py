@@ -1,15 +1,19 @@
 """Files of a job, built field by field."""
 
+import array
+import math
 import os
 import struct
 
 
 def write_surface(path, vertices, facets, colour=5):
+    """Zero-based facets; `colour` is that of all, or a list with one for each."""
+    colours = colour if isinstance(colour, list) else [colour] * len(facets)
     data = b"binary surface" + struct.pack("<ii", len(vertices), len(facets))
     for vertex in vertices:
         data += struct.pack("<3d", *vertex)
-    for facet in facets:
-        data += struct.pack("<3iB", *(number + 1 for number in facet), colour)
+    for facet, number in zip(facets, colours):
+        data += struct.pack("<3iB", *(vertex + 1 for vertex in facet), number)
     with open(path, "wb") as file:
         file.write(data)
 
@@ -38,12 +42,42 @@ def volume(vertices, facets):
     return total / 6.0
 
 
-def write_box(path, low, high, colour=5):
-    corners = [(x, y, z) for z in (low[2], high[2]) for y in (low[1], high[1])
-               for x in (low[0], high[0])]
-    facets = [(0, 2, 3), (0, 3, 1), (4, 5, 7), (4, 7, 6), (0, 1, 5), (0, 5, 4),
+BOX_FACETS = [(0, 2, 3), (0, 3, 1), (4, 5, 7), (4, 7, 6), (0, 1, 5), (0, 5, 4),
               (2, 6, 7), (2, 7, 3), (0, 4, 6), (0, 6, 2), (1, 3, 7), (1, 7, 5)]
-    write_surface(path, corners, facets, colour)
+
+
+def box_corners(low, high):
+    return [(x, y, z) for z in (low[2], high[2]) for y in (low[1], high[1])
+            for x in (low[0], high[0])]
+
+
+def write_box(path, low, high, colour=5):
+    write_surface(path, box_corners(low, high), BOX_FACETS, colour)
+
+
+def write_holed_torus(path, count, count_around, every):
+    """A closed grid of facets, two a cell, without the second one of each cell whose number
+    `every` divides."""
+    ring = [(3 + math.cos(2 * math.pi * j / count_around), math.sin(2 * math.pi * j / count_around))
+            for j in range(count_around)]
+    vertices = array.array("d")
+    for i in range(count):
+        x, y = math.cos(2 * math.pi * i / count), math.sin(2 * math.pi * i / count)
+        for radius, z in ring:
+            vertices.extend((radius * x, radius * y, z))
+    pack = struct.Struct("<3iB").pack
+    records = []
+    for i in range(count):
+        a, b = i * count_around + 1, (i + 1) % count * count_around + 1
+        for j in range(count_around):
+            k = (j + 1) % count_around
+            records.append(pack(a + j, b + j, b + k, 5))
+            if (i * count_around + j) % every != 0:
+                records.append(pack(a + j, b + k, a + k, 5))
+    with open(path, "wb") as file:
+        file.write(b"binary surface" + struct.pack("<ii", len(vertices) // 3, len(records)))
+        vertices.tofile(file)
+        file.write(b"".join(records))
 
 
 def write_path(path, positions, tool=(0.0, 3.0, 0.0, 90.0, 0.0, 0.0), colour=9, tolerance=0.05):

@@ -81,3 +81,60 @@ class OtherAddIns(SystemTest):
         self.assertIs(report["cancelled"], True)
         self.assertIs(report["flag"], True)
         self.assert_one_line(err.decode(), "stopped by the user")
+
+
+class OtherAddInsOnSurfaces(SystemTest):
+    """filter and heal, which judge the file and not the flag."""
+
+    def setUp(self):
+        super().setUp()
+        self.temporary = self.use_own_temporary_directory()
+        self.box = self.file("box.iff")
+        job_files.write_box(self.box, (0, 0, 0), (1, 1, 1), colour=200)
+        self.out = self.file("out.iff")
+        with open(self.out, "wb") as file:
+            file.write(b"of an earlier run")
+        self.commands = (("filter", spelled(self.box), spelled(self.out), "--colour", "200"),
+                         ("heal", spelled(self.box), spelled(self.out), "--tolerance", "0.5"))
+
+    def assert_output_is_kept(self, words, code, flag, reason):
+        before = self.contents(self.folder)
+        for command in self.commands:
+            run = self.qzhost("--json", "--quiet", *command, addin=words)
+            self.assertEqual(run.code, code, (command, run.err))
+            self.assertIs(run.object()["flag"], flag)
+            self.assertEqual(run.object()["files_written"], [])
+            self.assert_one_line(run.err, reason)
+            self.assertEqual(self.contents(self.folder), before)
+            self.assertEqual(os.listdir(self.temporary), [])
+
+    def test_result_takes_the_place_of_an_older_one(self):
+        for command in self.commands:
+            run = self.qzhost("--json", "--quiet", *command, addin="succeed")
+            self.assertEqual((run.code, run.err), (0, ""))
+            files = self.contents(self.folder)
+            self.assertEqual(files["out.iff"], files["box.iff"])
+
+    def test_success_without_a_result(self):
+        self.assert_output_is_kept("nothing", 4, True, "has made no result")
+
+    def test_success_with_an_unreadable_result(self):
+        self.assert_output_is_kept("garbage", 4, True, "out.iff")
+
+    def test_failure_with_a_result(self):
+        self.assert_output_is_kept("partial", 1, False, "gives no reason")
+
+    def test_last_error_of_the_kernel_is_the_reason(self):
+        self.assert_output_is_kept("kernel=no-memory", 1, False, "no-memory")
+
+    def test_exception_out_of_the_add_in(self):
+        self.assert_output_is_kept("throw", 1, False, "thrown by the test")
+
+    def test_filter_that_keeps_other_facets_than_those_asked_for(self):
+        self.commands = (self.commands[0][:-1] + ("201",),)
+        self.assert_output_is_kept("succeed", 4, True, "has kept 12 of 0 facets")
+
+    def test_stream_left_open_is_named(self):
+        for command in self.commands:
+            run = self.qzhost("--json", "--quiet", *command, addin="succeed leak")
+            self.assertIn("TestAddIn:77 ", run.object()["open_streams"][0])

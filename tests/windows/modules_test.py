@@ -31,7 +31,8 @@ CONTRACT = {
 # Undecorated operations and, as this compiler decorates them, the copy constructors (complete and
 # base object) and assignments of the three host classes.
 ADD_IN_EXPORTS = {"m_main", "m_version", "qztutlFilterStockByColor",
-                  "qztutlSweepMultipleToolpathsFromStock", "qztutl_heal"}
+                  "qztutlStockModelCompress", "qztutlSweepMultipleToolpathsFromStock",
+                  "qztutlSweepPartStockCompare", "qztutl_heal"}
 for _name in ("9UIDataTip", "10UIErrorTip", "12CLongProcess"):
     ADD_IN_EXPORTS |= {"_ZN" + _name + end for end in ("C1ERKS_", "C2ERKS_", "aSERKS_")}
 

@@ -13,6 +13,8 @@
 namespace host {
 
 void AddConvertCommand(CLI::App& app, Options& options);
+void AddFilterCommand(CLI::App& app, Options& options);
+void AddHealCommand(CLI::App& app, Options& options);
 void AddInfoCommand(CLI::App& app, Options& options);
 void AddNewJobCommand(CLI::App& app, Options& options);
 void AddSweepCommand(CLI::App& app, Options& options);

@@ -1,4 +1,3 @@
-#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -11,6 +10,7 @@
 #include "formats/PathInfoFile.h"
 #include "host/QZCore/HostControl.h"
 #include "host/qzhost/AddIn.h"
+#include "host/qzhost/AddInRun.h"
 #include "host/qzhost/CommandError.h"
 #include "host/qzhost/HostPaths.h"
 #include "host/qzhost/KernelMessages.h"
@@ -37,19 +37,6 @@ struct Job {
   }
 };
 
-struct Outcome {
-  bool flag = false;
-  bool cancelled = false;
-  double seconds = 0.0;
-  std::string stray;  // an exception that came out of the add-in
-};
-
-// What is known after the run; the exit code and the reason follow from it.
-struct Verdict {
-  ExitCode code = kSuccess;
-  std::string reason;
-};
-
 Job OpenJob(const std::string& path) {
   if (!IsDirectory(path)) throw CommandError(path + ": there is no such job directory");
   return {FullPath(path + "/")};
@@ -67,15 +54,8 @@ Outcome RunAddIn(const Job& job, const Options& options) {
   const AddIn addIn(options.addIn);
   auto* const sweep = addIn.Export<Operation>(kOperation);
   ProgressDisplay progress(options.quiet);
-  Outcome outcome;
-  const auto start = std::chrono::steady_clock::now();
-  try {
-    sweep(CString(AddInDirectory(job.directory).c_str()), &progress, &outcome.flag);
-  } catch (const std::exception& error) {
-    outcome.stray = error.what();
-  }
-  const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-  outcome.seconds = elapsed.count();
+  const CString directory(AddInDirectory(job.directory).c_str());
+  Outcome outcome = CallAddIn([&](bool* succeeded) { sweep(directory, &progress, succeeded); });
   outcome.cancelled = progress.WasCancelled();
   return outcome;
 }
@@ -134,26 +114,6 @@ Verdict Judge(const Job& job, const Outcome& outcome, const KernelMessages& mess
   return {};
 }
 
-std::vector<std::string> SplitLines(const std::string& text) {
-  std::vector<std::string> lines;
-  for (size_t start = 0; start < text.size();) {
-    const size_t end = text.find('\n', start);
-    lines.push_back(text.substr(start, end - start));
-    start = end + 1;
-  }
-  return lines;
-}
-
-void AddRun(Report& report, const Outcome& outcome, const Verdict& verdict) {
-  report.Add("flag", outcome.flag, "flag");
-  report.Add("cancelled", outcome.cancelled);
-  report.Add("exit_code", static_cast<int>(verdict.code));
-  if (!verdict.reason.empty()) report.Add("reason", verdict.reason);
-  report.Add("seconds", outcome.seconds, "seconds", Fixed(outcome.seconds, 3));
-  const double mebibytes = static_cast<double>(PeakMemory()) / (1024.0 * 1024.0);
-  report.Add("peak_memory", PeakMemory(), "peak memory", Fixed(mebibytes, 1) + " MiB");
-}
-
 void AddFiles(Report& report, const WrittenFiles& written) {
   report.Add("files_written", written.Paths());
   for (const std::string& path : written.Paths()) report.AddLine("wrote " + path);
@@ -164,14 +124,6 @@ void AddDamage(Report& report, const Job& job) {
   const std::string damage = UnreadableInput(job);
   report.Add("damaged_input", damage);
   if (!damage.empty()) report.AddLine("damaged input: " + damage);
-}
-
-void AddRemarks(Report& report, const KernelMessages& messages) {
-  report.Add("warnings", messages.Warnings());
-  for (const std::string& warning : messages.Warnings()) report.AddLine("kernel: " + warning);
-  const auto streams = SplitLines(OpenStreamReport().GetString());
-  report.Add("open_streams", streams);
-  for (const std::string& stream : streams) report.AddLine("stream left open: " + stream);
 }
 
 int Sweep(const std::string& path, const Options& options) {
@@ -196,10 +148,8 @@ int Sweep(const std::string& path, const Options& options) {
   if (result.has_value() && result->facets == 0) report.AddLine("nothing is left of the stock");
   AddFiles(report, written);
   if (verdict.code == kSuccess) AddDamage(report, job);
-  AddRemarks(report, messages);
-  report.Print();
-  if (!verdict.reason.empty()) std::fprintf(stderr, "qzhost: %s\n", verdict.reason.c_str());
-  return verdict.code;
+  AddRemarks(report, messages.Warnings());
+  return Conclude(report, verdict);
 }
 
 }  // namespace

@@ -278,6 +278,18 @@ TEST(DescriptionText, SaysItForPeople) {
                               "genus 0"));
 }
 
+TEST(DescriptionText, NamesTheFaultsOfASurface) {
+  const TempDirectory directory;
+  formats::Mesh mesh = Tetrahedron();
+  mesh.facets.pop_back();
+  std::swap(mesh.facets[0].vertices[0], mesh.facets[0].vertices[1]);
+  formats::WriteBinarySurface(directory / "a.iff", mesh);
+  const auto lines = host::DescriptionText(host::DescribeFile(directory / "a.iff"), "mm");
+  EXPECT_THAT(lines, Contains("  topology: open, components 1, 3 open edges, 1 holes, "
+                              "2 flipped edges, 1 flipped facets"));
+  EXPECT_THAT(lines, Contains("  colour 1: facets 2, area 15 mm^2"));
+}
+
 TEST(DescriptionText, DescribesAPathsToolAndTravel) {
   const TempDirectory directory;
   formats::WriteInterchangeFile(directory / "b.tmp", {Path()});

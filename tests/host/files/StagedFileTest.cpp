@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <string>
+#include <system_error>
 
 #include "formats/FileError.h"
 #include "host/files/StagedFile.h"
@@ -50,6 +51,21 @@ TEST(StagedFile, NamesThePlaceWhereTheTemporaryFileWasMeant) {
   EXPECT_EQ(staged.AboutThePlace(staged.TemporaryPath() + ": full"),
             (directory / "a.txt") + ": full");
   EXPECT_EQ(staged.AboutThePlace("b.txt: full"), "b.txt: full");
+}
+
+TEST(StagedFile, FollowsLinksToAFileThatIsNotYetThere) {
+  const TempDirectory directory;
+  std::error_code error;
+  std::filesystem::create_symlink("second.txt", directory / "first.txt", error);
+  if (error) GTEST_SKIP() << "this system lets nobody make links: " << error.message();
+  std::filesystem::create_symlink(directory / "a.txt", directory / "second.txt");
+  StagedFile staged(directory / "first.txt");
+  WriteWholeFile(staged.TemporaryPath(), "new");
+  staged.PutInPlace();
+  EXPECT_TRUE(std::filesystem::is_symlink(directory / "first.txt"));
+  EXPECT_TRUE(std::filesystem::is_symlink(directory / "second.txt"));
+  EXPECT_FALSE(std::filesystem::is_symlink(directory / "a.txt"));
+  EXPECT_EQ(ReadWholeFile(directory / "a.txt"), "new");
 }
 
 TEST(StagedFile, ThrowsWhenTheTemporaryFileWasNeverWritten) {

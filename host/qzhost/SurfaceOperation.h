@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "formats/meshes/MeshFile.h"
+#include "host/qzhost/AddIn.h"
+#include "host/qzhost/AddInRun.h"
+#include "host/qzhost/MeshCounts.h"
+
+namespace host {
+
+/// An operation of the add-in that makes one surface file of another.
+struct SurfaceOperation {
+  std::string caption;  // over its progress
+  std::string input;    // of any format
+  std::string output;   // of any format; may be empty when nothing is to be written
+  /// The result is only looked at.
+  bool writeNothing = false;
+  /// Calls the add-in with the paths of two binary surface files.
+  std::function<void(const AddIn& addIn, char* input, char* output, bool* succeeded)> call;
+  /// Says why a result is not what the flag promises; empty when it is. May be left out.
+  std::function<std::string(const formats::Mesh& input, const formats::Mesh& result)> doubt;
+  /// The result's own vertex numbers count, whatever the input's are.
+  bool countResultByNumber = false;
+};
+
+struct SurfaceResult {
+  Outcome outcome;
+  Verdict verdict;
+  formats::MeshFormat inputFormat{};
+  MeshCounts before;
+  std::map<std::uint8_t, formats::ColourMeasures> coloursBefore;
+  std::optional<MeshCounts> after;  // none without a readable result
+  bool changed = false;             // the result is another mesh than the input
+  std::vector<std::string> losses;  // what the output's format could not hold
+  std::vector<std::string> warnings;
+};
+
+/// Converts the input to a binary surface where it is none, has the add-in make its result in a
+/// temporary directory, and puts that in the output's place in one go when it is complete: a file
+/// that stands there is either kept or replaced whole. Nothing temporary stays. Escape and Ctrl-C
+/// are listened to all the time. Throws CommandError or formats::FileError, before the add-in is
+/// called, when the input cannot be read, the output cannot be written or is the input.
+SurfaceResult RunSurfaceOperation(const SurfaceOperation& operation, const Options& options);
+
+/// What every report of such an operation has.
+void AddSurfaceResult(Report& report, const SurfaceOperation& operation,
+                      const SurfaceResult& result, const Options& options);
+
+}  // namespace host

@@ -1,0 +1,216 @@
+// The comparison with one thing going wrong, for every place where it can: each time the flag, the
+// files and what is open must be as promised, and the next comparison must work.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "callbacks/UIDlgKernel.h"
+#include "stock/SweepPartStockCompare.h"
+#include "support/CompareJobTest.h"
+#include "support/NothrowBlocks.h"
+
+namespace {
+
+using ::testing::Contains;
+using ::testing::IsEmpty;
+
+constexpr const char* kHeaderOnly = "binary surface";
+
+// Everything of one comparison, so that a test can make many of them one after another.
+class Attempt : public support::CompareJobTest {
+ public:
+  bool Compare() {
+    UIDlgKernel callbacks;
+    callbacks.SetHost(&progress);
+    callbacks.SetWorkDir(WorkDir());
+    return SweepPartStockCompare(WorkDir(), &callbacks);
+  }
+
+  Files InJobNow() const { return support::FilesIn(InJob("")); }
+  Files InKeepNow() const { return support::FilesIn(InKeep("")); }
+
+  void ExpectNextComparisonWorks() {
+    progress.cancelOnlyAt = 0;
+    EXPECT_TRUE(Compare());
+    EXPECT_EQ(support::ReadWholeFile(InJob("CompareResults.iff")), ResultBytes());
+    EXPECT_EQ(support::ReadWholeFile(InKeep("Job1_TmpSaveCompareInfo.txt")),
+              support::TextFileBytes(support::TwoBandsText()));
+  }
+
+  using CompareJobTest::CopiesWith;
+  using CompareJobTest::Files;
+  using CompareJobTest::host;
+  using CompareJobTest::JobFilesWith;
+  using CompareJobTest::kernel;
+  using CompareJobTest::progress;
+  using CompareJobTest::ResultBytes;
+
+ private:
+  void TestBody() override {}
+};
+
+std::vector<std::string> KernelCallsOfAComparison() {
+  Attempt attempt;
+  EXPECT_TRUE(attempt.Compare());
+  return attempt.kernel.CallNames();
+}
+
+// What lies in the result file when the kernel is stopped in its call `k`: the body is written by
+// Close, which the call of that name comes before.
+std::string ResultsStoppedAt(const std::vector<std::string>& calls, std::size_t k,
+                             const std::string& whole) {
+  return calls[k - 1] == "Compare ends" ? whole : kHeaderOnly;
+}
+
+// The loader leaves its stream and its handle array to whoever throws through it.
+std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
+  if (kernelCall.starts_with("part.")) return {"QZTUTLA2 job\\PartFileToCompare.iff"};
+  if (kernelCall.starts_with("stock.")) return {"QZTUTLA2 job\\StockModelOutput.tmp"};
+  return {};
+}
+
+std::size_t BlocksLeftBy(const std::string& kernelCall) { return StreamsLeftBy(kernelCall).size(); }
+
+TEST(CompareFailures, FatalErrorAtEveryKernelCallIsStillASuccess) {
+  const auto calls = KernelCallsOfAComparison();
+  ASSERT_EQ(calls.size(), 3u + 6 + 6 + 8);
+  for (std::size_t k = 1; k <= calls.size(); ++k) {
+    SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
+    Attempt attempt;
+    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
+    EXPECT_TRUE(attempt.Compare());
+    Attempt::Files job = attempt.JobFilesWith(ResultsStoppedAt(calls, k, attempt.ResultBytes()));
+    job["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
+    EXPECT_EQ(attempt.InJobNow(), job);
+    Attempt::Files keep = attempt.CopiesWith(support::TwoBandsText(), true);
+    keep["Job1_TmpSaveErrorCapture.txt"] = job["ErrorCapture.txt"];
+    EXPECT_EQ(attempt.InKeepNow(), keep);
+    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
+    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
+    EXPECT_EQ(attempt.kernel.CallNames().size(), k);
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectNextComparisonWorks();
+  }
+}
+
+TEST(CompareFailures, CancelAtEveryNotificationLeavesNoRecord) {
+  // A kernel that reports progress inside every call: two notifications each.
+  const auto calls = KernelCallsOfAComparison();
+  for (int k = 1; k <= 2 * static_cast<int>(calls.size()); ++k) {
+    SCOPED_TRACE("cancel at notification " + std::to_string(k));
+    const auto call = static_cast<std::size_t>(k + 1) / 2;
+    Attempt attempt;
+    for (const std::string& name : calls) {
+      attempt.kernel.At(name, support::ScriptedKernel::Progress("Comparing", 10));
+    }
+    attempt.progress.cancelOnlyAt = k;
+    EXPECT_TRUE(attempt.Compare());
+    EXPECT_EQ(attempt.progress.Questions(), k);
+    EXPECT_EQ(attempt.InJobNow(),
+              attempt.JobFilesWith(ResultsStoppedAt(calls, call, attempt.ResultBytes())));
+    EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), true));
+    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[call - 1]));
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectNextComparisonWorks();
+  }
+}
+
+TEST(CompareFailures, ForeignExceptionAtEveryKernelCallPassesOnWithoutTheLastCopy) {
+  const auto calls = KernelCallsOfAComparison();
+  for (std::size_t k = 1; k <= calls.size(); ++k) {
+    SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
+    Attempt attempt;
+    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
+    EXPECT_THROW(attempt.Compare(), std::runtime_error);
+    EXPECT_EQ(attempt.InJobNow(),
+              attempt.JobFilesWith(ResultsStoppedAt(calls, k, attempt.ResultBytes())));
+    EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), false));
+    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
+    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectNextComparisonWorks();
+  }
+}
+
+struct Outcome {
+  bool verdict;
+  const char* results;  // null: none; otherwise what the file holds, empty for the whole result
+};
+
+constexpr Outcome kWhole{true, ""};
+constexpr Outcome kHeader{true, kHeaderOnly};
+constexpr Outcome kNoFile{true, nullptr};
+constexpr Outcome kFailed{false, nullptr};
+
+struct Fault {
+  const char* function;
+  std::vector<Outcome> outcomes;  // of the call failing for the first time, the second and so on
+};
+
+void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.function; }
+
+class CompareFaults : public ::testing::TestWithParam<Fault> {};
+
+TEST_P(CompareFaults, EachCallFailingInTurnHasItsOwnOutcome) {
+  const Fault& fault = GetParam();
+  {
+    Attempt attempt;
+    EXPECT_TRUE(attempt.Compare());
+    ASSERT_EQ(attempt.host.faults.Calls(fault.function), static_cast<int>(fault.outcomes.size()));
+  }
+  for (std::size_t k = 1; k <= fault.outcomes.size(); ++k) {
+    SCOPED_TRACE(std::string(fault.function) + " " + std::to_string(k));
+    const Outcome& expected = fault.outcomes[k - 1];
+    Attempt attempt;
+    attempt.host.faults.FailCall(fault.function, static_cast<int>(k));
+    EXPECT_EQ(attempt.Compare(), expected.verdict);
+    const Attempt::Files job = attempt.InJobNow();
+    if (expected.results == nullptr) {
+      EXPECT_FALSE(job.contains("CompareResults.iff"));
+    } else {
+      const std::string results = expected.results;
+      EXPECT_EQ(job.at("CompareResults.iff"), results.empty() ? attempt.ResultBytes() : results);
+    }
+    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectNextComparisonWorks();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Functions, CompareFaults,
+    ::testing::Values(
+        // No text; no bands.
+        Fault{"m_fopen_hl", {kWhole, kFailed}}, Fault{"m_fopen_hl status", {kWhole, kFailed}},
+        // No results, but a comparison that ends well; part; stock.
+        Fault{"m_fopen", {kNoFile, kHeader, kHeader}},
+        // Bands; part; stock.
+        Fault{"fread", {kFailed, kHeader, kHeader}},
+        // Text; the results' header, and with it the file; their body.
+        Fault{"fwrite", {kWhole, kNoFile, kNoFile}},
+        // Of the results only.
+        Fault{"fflush", {kNoFile}},
+        // Part; stock; the part once more, which is the verdict.
+        Fault{"CopyFileA", {kWhole, kWhole, {false, ""}}},
+        // Old results, which are overwritten.
+        Fault{"remove", {kWhole}},
+        // Colours; distances; results; kernel; handles of part and stock; the answer's blocks, for
+        // want of which the kernel gives up.
+        Fault{"new", {kFailed, kFailed, kFailed, kHeader, kHeader, kHeader, kHeader, kHeader}},
+        Fault{"RegOpen", {kWhole}}, Fault{"GetStringValue", {kWhole}},
+        // Old results, overwritten; no part; no stock; results that are not seen at the end.
+        Fault{"file_exists", {kWhole, kNoFile, kFailed, kWhole}}));
+
+TEST(CompareFailures, ResultsThatTheHostDoesNotSeeAreNotCopiedAndTheComparisonDecides) {
+  Attempt attempt;
+  attempt.host.faults.FailCall("file_exists", 4);
+  attempt.kernel.At("Compare", support::ScriptedKernel::Progress("Comparing", 3));
+  attempt.progress.cancelOnlyAt = 1;
+  EXPECT_FALSE(attempt.Compare());
+  EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), false));
+}
+
+}  // namespace

@@ -1,0 +1,499 @@
+// A comparison step by step: the order of its effects, and all files after every way through.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "callbacks/UIDlgKernel.h"
+#include "stock/SweepPartStockCompare.h"
+#include "support/CompareJobTest.h"
+
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using Events = std::vector<std::string>;
+using StatusWrites = support::TestHost::StatusWrites;
+
+constexpr const char* kHeaderOnly = "binary surface";
+
+const Events kRegistryAsked = {
+    "get_REG_KEY", "RegOpen Software\\TestHost\\Configurations\\Variables\\Toolpaths 131097",
+    "GetStringValue Enable Stock Model Data Directory 260", "RegClose"};
+const Events kOldResultsRemoved = {"exists job\\CompareResults.iff",
+                                   "remove job\\CompareResults.iff"};
+const Events kInputsSeen = {"exists job\\PartFileToCompare.iff",
+                            "exists job\\StockModelOutput.tmp"};
+const Events kInputsCopied = {
+    "copy job\\PartFileToCompare.iff -> keep\\Job1_TmpSaveComparePart.iff",
+    "copy job\\StockModelOutput.tmp -> keep\\Job1_TmpSaveCompareStock.iff"};
+const Events kBandsOpened = {"m_fopen_hl QZTUTLA2 keep\\ Job1_TmpSaveCompareInfo.txt w",
+                             "m_fopen_hl QZTUTLA2 job\\ TmpCompareInfo.tmp rb"};
+const Events kBandsClosed = {"m_fclose QZTUTLA2 job\\TmpCompareInfo.tmp",
+                             "m_fclose QZTUTLA2 keep\\Job1_TmpSaveCompareInfo.txt"};
+const Events kKernelMade = {"m_fopen SurfaceXferQZ job\\CompareResults.iff wb", "IFSweep()",
+                            "OpenCompareSurfaceChannel", "OpenCompareSurfaceChannel"};
+const Events kPartLoaded = {"m_fopen QZTUTLA2 job\\PartFileToCompare.iff rb",
+                            "part.Reset",
+                            "part.AddVertex 1",
+                            "part.AddVertex 2",
+                            "part.AddVertex 3",
+                            "part.AddTriangle 1",
+                            "part.Close",
+                            "m_fclose QZTUTLA2 job\\PartFileToCompare.iff"};
+const Events kStockLoaded = {"m_fopen QZTUTLA2 job\\StockModelOutput.tmp rb",
+                             "stock.Reset",
+                             "stock.AddVertex 1",
+                             "stock.AddVertex 2",
+                             "stock.AddVertex 3",
+                             "stock.AddTriangle 1",
+                             "stock.Close",
+                             "m_fclose QZTUTLA2 job\\StockModelOutput.tmp"};
+const Events kCompareBegun = {"Compare part stock", "output.Reset",       "output.AddVertex 1",
+                              "output.AddVertex 2", "output.AddVertex 3", "output.AddTriangle 1"};
+const Events kCompareEnded = {"output.Close", "m_fclose SurfaceXferQZ job\\CompareResults.iff",
+                              "Compare ends"};
+const Events kKernelGone = {"~IFSweep()"};
+const Events kResultsClosed = {"m_fclose SurfaceXferQZ job\\CompareResults.iff"};
+const Events kResultsSeen = {"exists job\\CompareResults.iff"};
+const Events kPartCopiedAsResults = {
+    "copy job\\PartFileToCompare.iff -> keep\\Job1_TmpSaveCompareResults.iff"};
+
+Events Joined(const std::vector<Events>& stages) {
+  Events all;
+  for (const Events& stage : stages) all.insert(all.end(), stage.begin(), stage.end());
+  return all;
+}
+
+class CompareTest : public support::CompareJobTest {
+ protected:
+  CompareTest() {
+    callbacks.SetHost(&progress);
+    callbacks.SetWorkDir(WorkDir());
+  }
+
+  bool Compare() { return SweepPartStockCompare(WorkDir(), &callbacks); }
+
+  Files InJobNow() const { return support::FilesIn(InJob("")); }
+  Files InKeepNow() const { return support::FilesIn(InKeep("")); }
+
+  void RemoveFromJob(const std::string& name) { std::filesystem::remove(InJob(name)); }
+
+  // The comparison ended before its result was created: nothing is left of it but the text.
+  void ExpectEndedWithTheBands(const std::string& text) {
+    EXPECT_EQ(InJobNow(), JobFilesWith(""));
+    EXPECT_EQ(InKeepNow(), CopiesWith(text, false));
+    EXPECT_THAT(kernel.CallNames(), IsEmpty());
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+  }
+
+  UIDlgKernel callbacks;
+};
+
+TEST_F(CompareTest, WholeOrderOfEffectsOfASuccessfulComparison) {
+  EXPECT_TRUE(Compare());
+  EXPECT_THAT(host.events.Events(),
+              ElementsAreArray(Joined({kRegistryAsked, kOldResultsRemoved, kInputsSeen,
+                                       kInputsCopied, kBandsOpened, kBandsClosed, kKernelMade,
+                                       kPartLoaded, kStockLoaded, kCompareBegun, kCompareEnded,
+                                       kKernelGone, kResultsSeen, kPartCopiedAsResults})));
+}
+
+TEST_F(CompareTest, WholeOrderOfEffectsOfAKernelErrorDuringTheComparison) {
+  kernel.At("output.AddTriangle", support::ScriptedKernel::Progress("Comparing", 3));
+  progress.cancelFrom = 1;
+  EXPECT_TRUE(Compare());
+  const Events cancelled = {"LoadMessage 46", "ShowProgress \"message 46\" 3", "IsCancelled"};
+  // The channel is not closed as a channel: the kernel goes, then the stream.
+  EXPECT_THAT(host.events.Events(),
+              ElementsAreArray(Joined(
+                  {kRegistryAsked, kOldResultsRemoved, kInputsSeen, kInputsCopied, kBandsOpened,
+                   kBandsClosed, kKernelMade, kPartLoaded, kStockLoaded, kCompareBegun, cancelled,
+                   kKernelGone, kResultsClosed, kResultsSeen, kPartCopiedAsResults})));
+}
+
+TEST_F(CompareTest, FilesAfterASuccessfulComparison) {
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+  EXPECT_EQ(kernel.LivingObjects(), 0);
+}
+
+TEST_F(CompareTest, KernelGetsPartStockAndBands) {
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(kernel.part, support::OneFacet(3, 1));
+  EXPECT_EQ(kernel.stock, support::OneFacet(1, 5));
+  EXPECT_EQ(kernel.bands, support::TwoBands());
+}
+
+TEST_F(CompareTest, WithoutARegistryValueTheCopiesLieBesideTheFiles) {
+  host.stockDataDirectory.reset();
+  EXPECT_TRUE(Compare());
+  Files expected = JobFilesWith(ResultBytes());
+  expected.merge(CopiesWith(support::TwoBandsText(), true));
+  EXPECT_EQ(InJobNow(), expected);
+  EXPECT_THAT(InKeepNow(), IsEmpty());
+}
+
+TEST_F(CompareTest, OlderCopiesAreOverwritten) {
+  for (const auto& [name, bytes] : CopiesWith("", true)) {
+    support::WriteWholeFile(InKeep(name), std::string(1000, 'x'));
+  }
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
+}
+
+TEST_F(CompareTest, CurrentDirectoryIsLeftAlone) {
+  EXPECT_TRUE(Compare());
+  EXPECT_THAT(host.events.Only({"getcwd", "chdir"}), IsEmpty());
+}
+
+// The part
+
+TEST_F(CompareTest, WithoutAPartTheOldResultGoesAndThatIsASuccess) {
+  RemoveFromJob("PartFileToCompare.iff");
+  EXPECT_TRUE(Compare());
+  Files expected = JobFilesWith("");
+  expected.erase("PartFileToCompare.iff");
+  EXPECT_EQ(InJobNow(), expected);
+  EXPECT_THAT(InKeepNow(), IsEmpty());
+  EXPECT_THAT(host.events.Events(), ElementsAreArray(Joined({kRegistryAsked,
+                                                             kOldResultsRemoved,
+                                                             {"exists job\\PartFileToCompare.iff"},
+                                                             kResultsSeen})));
+}
+
+TEST_F(CompareTest, WithoutAPartAnOldResultThatStaysAsksForACopyThatCannotBeMade) {
+  RemoveFromJob("PartFileToCompare.iff");
+  host.faults.FailCall("remove", 1);
+  EXPECT_FALSE(Compare());
+  EXPECT_TRUE(JobHas("CompareResults.iff"));
+  EXPECT_THAT(InKeepNow(), IsEmpty());
+}
+
+TEST_F(CompareTest, WithoutAnOldResultNothingIsRemoved) {
+  RemoveFromJob("CompareResults.iff");
+  EXPECT_TRUE(Compare());
+  EXPECT_THAT(host.events.Only({"remove"}), IsEmpty());
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+}
+
+// The stock
+
+TEST_F(CompareTest, WithoutAStockTheResultIsFalseAndTheOldOneGone) {
+  RemoveFromJob("StockModelOutput.tmp");
+  EXPECT_FALSE(Compare());
+  Files expected = JobFilesWith("");
+  expected.erase("StockModelOutput.tmp");
+  EXPECT_EQ(InJobNow(), expected);
+  EXPECT_THAT(InKeepNow(), IsEmpty());
+  EXPECT_THAT(
+      host.events.Events(),
+      ElementsAreArray(Joined({kRegistryAsked, kOldResultsRemoved, kInputsSeen, kResultsSeen})));
+}
+
+TEST_F(CompareTest, WithoutAStockAnOldResultThatStaysMakesTheLastCopyAndTheVerdict) {
+  RemoveFromJob("StockModelOutput.tmp");
+  host.faults.FailCall("remove", 1);
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InKeepNow(), (Files{{"Job1_TmpSaveCompareResults.iff", PartBytes()}}));
+}
+
+// The copies and the opens share one flag.
+
+TEST_F(CompareTest, CopyOfThePartThatFailsDoesNotMatter) {
+  for (const StatusWrites writes : {StatusWrites::kOnEveryCall, StatusWrites::kOnlyOnFailure}) {
+    host.statusWrites = writes;
+    host.faults = {};
+    host.faults.FailCall("CopyFileA", 1);
+    EXPECT_TRUE(Compare());
+    Files expected = CopiesWith(support::TwoBandsText(), true);
+    expected.erase("Job1_TmpSaveComparePart.iff");
+    EXPECT_EQ(InKeepNow(), expected);
+    EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+  }
+}
+
+TEST_F(CompareTest, CopyOfTheStockThatFailsIsForgottenWhenTheHostWritesEveryStatus) {
+  host.faults.FailCall("CopyFileA", 2);
+  EXPECT_TRUE(Compare());
+  Files expected = CopiesWith(support::TwoBandsText(), true);
+  expected.erase("Job1_TmpSaveCompareStock.iff");
+  EXPECT_EQ(InKeepNow(), expected);
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+}
+
+TEST_F(CompareTest, CopyOfTheStockThatFailsEndsTheJobWhenTheHostWritesFailuresOnly) {
+  host.statusWrites = StatusWrites::kOnlyOnFailure;
+  host.faults.FailCall("CopyFileA", 2);
+  EXPECT_FALSE(Compare());
+  Files expected = CopiesWith("", false);
+  expected.erase("Job1_TmpSaveCompareStock.iff");
+  EXPECT_EQ(InKeepNow(), expected);
+  EXPECT_EQ(InJobNow(), JobFilesWith(""));
+  EXPECT_THAT(host.events.Only({"m_f"}), ElementsAreArray(Joined({kBandsOpened, kBandsClosed})));
+}
+
+TEST_F(CompareTest, TextThatCannotBeOpenedIsDoneWithoutWhenTheHostWritesEveryStatus) {
+  host.faults.FailCall("m_fopen_hl", 1);
+  EXPECT_TRUE(Compare());
+  Files expected = CopiesWith("", true);
+  expected.erase("Job1_TmpSaveCompareInfo.txt");
+  EXPECT_EQ(InKeepNow(), expected);
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+  EXPECT_THAT(host.events.Events(), Not(Contains("m_fclose QZTUTLA2 nothing")));
+}
+
+TEST_F(CompareTest, TextThatCannotBeOpenedEndsTheJobWhenTheHostWritesFailuresOnly) {
+  host.statusWrites = StatusWrites::kOnlyOnFailure;
+  host.faults.FailCall("m_fopen_hl", 1);
+  EXPECT_FALSE(Compare());
+  Files expected = CopiesWith("", false);
+  expected.erase("Job1_TmpSaveCompareInfo.txt");
+  EXPECT_EQ(InKeepNow(), expected);
+  EXPECT_EQ(InJobNow(), JobFilesWith(""));
+  // The bands are opened all the same: the status is looked at behind that.
+  EXPECT_THAT(host.events.Events(), Contains("m_fopen_hl QZTUTLA2 job\\ TmpCompareInfo.tmp rb"));
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+}
+
+TEST_F(CompareTest, TextThatTheHostCallsUnopenedIsStillWrittenWhenTheNextOpenIsGood) {
+  host.faults.FailCall("m_fopen_hl status", 1);
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
+}
+
+TEST_F(CompareTest, BandsThatAreMissingEndTheJobWithAnEmptyText) {
+  RemoveFromJob("TmpCompareInfo.tmp");
+  for (const StatusWrites writes : {StatusWrites::kOnEveryCall, StatusWrites::kOnlyOnFailure}) {
+    host.statusWrites = writes;
+    EXPECT_FALSE(Compare());
+    Files expected = JobFilesWith("");
+    expected.erase("TmpCompareInfo.tmp");
+    EXPECT_EQ(InJobNow(), expected);
+    EXPECT_EQ(InKeepNow(), CopiesWith("", false));
+    EXPECT_THAT(host.OpenStreams(), IsEmpty());
+  }
+}
+
+TEST_F(CompareTest, BandsThatTheHostCallsUnopenedEndTheJob) {
+  host.faults.FailCall("m_fopen_hl status", 2);
+  EXPECT_FALSE(Compare());
+  ExpectEndedWithTheBands("");
+  EXPECT_THAT(host.events.Only({"m_f"}), ElementsAreArray(Joined({kBandsOpened, kBandsClosed})));
+}
+
+TEST_F(CompareTest, BandsWithoutAStreamEndTheJobWhateverTheStatus) {
+  host.statusWrites = StatusWrites::kNever;
+  host.faults.FailCall("m_fopen_hl", 2);
+  EXPECT_FALSE(Compare());
+  ExpectEndedWithTheBands("");
+}
+
+TEST_F(CompareTest, HostThatNeverWritesTheStatusWillDo) {
+  host.statusWrites = StatusWrites::kNever;
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
+}
+
+// The bands
+
+TEST_F(CompareTest, WithoutDivisionsTheResultIsFalseAndTheTextEmpty) {
+  support::Bands bands = support::TwoBands();
+  bands.divisions = 0;
+  WriteBands(bands);
+  EXPECT_FALSE(Compare());
+  ExpectEndedWithTheBands("");
+  EXPECT_THAT(host.events.Only({"m_f"}), ElementsAreArray(Joined({kBandsOpened, kBandsClosed})));
+}
+
+TEST_F(CompareTest, BandsCutInFrontOfTheColoursEndTheJob) {
+  const std::string whole = support::CompareInfoBytes(support::TwoBands());
+  for (std::size_t length = 0; length < 8; ++length) {
+    SCOPED_TRACE(length);
+    WriteInfo(whole.substr(0, length));
+    EXPECT_FALSE(Compare());
+    ExpectEndedWithTheBands("");
+  }
+}
+
+TEST_F(CompareTest, BandsCutBehindThatAreComparedWithZeros) {
+  WriteInfo(support::CompareInfoBytes({7, 2, {3}, {}}));
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(kernel.bands, (support::Bands{7, 2, {3, 0}, {0, 0}}));
+  EXPECT_EQ(InKeepNow(), CopiesWith("Stock model color 7\n"
+                                    "Number of divisions 2\n"
+                                    "Color[0] = 3\n"
+                                    "Color[1] = 0\n"
+                                    "Distance[0] =         0.0000000000\n"
+                                    "Distance[1] =         0.0000000000\n",
+                                    true));
+}
+
+TEST_F(CompareTest, WithoutMemoryForTheBandsTheJobEnds) {
+  for (int k = 1; k <= 2; ++k) {
+    host.faults = {};
+    host.faults.FailCall("new", k);
+    EXPECT_FALSE(Compare());
+    ExpectEndedWithTheBands("");
+  }
+}
+
+TEST_F(CompareTest, ColoursBeyond256EndTheJobWithAnEmptyText) {
+  const std::vector<support::Bands> refused = {{257, 2, {3, 4}, {0, 1}},
+                                               {-1, 2, {3, 4}, {0, 1}},
+                                               {7, 2, {257, 4}, {0, 1}},
+                                               {7, 2, {3, 257}, {0, 1}},
+                                               {7, 2, {3, 0xFFFFFFFF}, {0, 1}}};
+  for (const support::Bands& bands : refused) {
+    WriteBands(bands);
+    EXPECT_FALSE(Compare());
+    ExpectEndedWithTheBands("");
+  }
+}
+
+TEST_F(CompareTest, Colour256IsAColour) {
+  WriteBands({256, 1, {256}, {0.5}});
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(kernel.bands, (support::Bands{256, 1, {256}, {0.5}}));
+}
+
+TEST_F(CompareTest, FullDiskForTheTextDoesNotMatter) {
+  host.faults.FailCall("fwrite", 1);
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InKeepNow(), CopiesWith("", true));
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+}
+
+// The kernel
+
+TEST_F(CompareTest, WithoutMemoryForTheResultsTheJobEndsWithoutThem) {
+  host.faults.FailCall("new", 3);
+  EXPECT_FALSE(Compare());
+  ExpectEndedWithTheBands(support::TwoBandsText());
+}
+
+TEST_F(CompareTest, WithoutMemoryForTheKernelTheEmptyResultAndTheLastCopyAreASuccess) {
+  host.faults.FailCall("new", 4);
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(kHeaderOnly));
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
+  EXPECT_THAT(kernel.CallNames(), IsEmpty());
+}
+
+TEST_F(CompareTest, ResultsThatCannotBeCreatedLeaveTheVerdictToTheComparison) {
+  host.faults.FailCall("m_fopen", 1);
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(""));
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), false));
+  EXPECT_THAT(kernel.CallNames(), Contains("Compare ends"));
+}
+
+TEST_F(CompareTest, ResultsThatCannotBeCreatedAndAKernelErrorAreAFailure) {
+  host.faults.FailCall("m_fopen", 1);
+  kernel.At("Compare", support::ScriptedKernel::Progress("Comparing", 3));
+  progress.cancelFrom = 1;
+  EXPECT_FALSE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(""));
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), false));
+}
+
+TEST_F(CompareTest, DiskFullWhileTheResultsAreWrittenLeavesTheVerdictToTheComparison) {
+  EXPECT_TRUE(Compare());
+  host.faults.LimitDisk(host.faults.BytesWritten() - 1);
+  EXPECT_TRUE(Compare());
+  EXPECT_FALSE(JobHas("CompareResults.iff"));
+}
+
+TEST_F(CompareTest, PartThatDoesNotLoadIsNotComparedAndStillASuccess) {
+  // No facet: the loader refuses it. The stock is not played any more.
+  const std::string bad = support::BinarySurfaceBytes({support::OneFacet(3, 1).vertices, {}});
+  support::WriteWholeFile(InJob("PartFileToCompare.iff"), bad);
+  EXPECT_TRUE(Compare());
+  EXPECT_THAT(kernel.CallNames(),
+              ElementsAre("IFSweep()", "OpenCompareSurfaceChannel", "OpenCompareSurfaceChannel"));
+  Files job = JobFilesWith(kHeaderOnly);
+  job["PartFileToCompare.iff"] = bad;
+  EXPECT_EQ(InJobNow(), job);
+  Files keep = CopiesWith(support::TwoBandsText(), true);
+  keep["Job1_TmpSaveComparePart.iff"] = bad;
+  keep["Job1_TmpSaveCompareResults.iff"] = bad;
+  EXPECT_EQ(InKeepNow(), keep);
+}
+
+TEST_F(CompareTest, StockThatDoesNotLoadIsNotComparedAndStillASuccess) {
+  const std::string bad = StockBytes().substr(0, StockBytes().size() - 1);
+  support::WriteWholeFile(InJob("StockModelOutput.tmp"), bad);
+  EXPECT_TRUE(Compare());
+  EXPECT_THAT(kernel.CallNames(), Not(Contains("Compare")));
+  EXPECT_THAT(kernel.CallNames(), Contains("part.Close"));
+  Files job = JobFilesWith(kHeaderOnly);
+  job["StockModelOutput.tmp"] = bad;
+  EXPECT_EQ(InJobNow(), job);
+  Files keep = CopiesWith(support::TwoBandsText(), true);
+  keep["Job1_TmpSaveCompareStock.iff"] = bad;
+  EXPECT_EQ(InKeepNow(), keep);
+}
+
+TEST_F(CompareTest, LoadThatFailsAndALastCopyThatFailsAreAFailure) {
+  host.faults.FailCall("m_fopen", 2);
+  host.faults.FailCall("CopyFileA", 3);
+  EXPECT_FALSE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(kHeaderOnly));
+}
+
+TEST_F(CompareTest, KernelErrorBeforeTheResultsAreClosedLeavesTheirHeaderAndIsASuccess) {
+  kernel.At("output.Close", support::ScriptedKernel::Fatal("no way on"));
+  EXPECT_TRUE(Compare());
+  Files job = JobFilesWith(kHeaderOnly);
+  job["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
+  EXPECT_EQ(InJobNow(), job);
+  Files keep = CopiesWith(support::TwoBandsText(), true);
+  keep["Job1_TmpSaveErrorCapture.txt"] = job["ErrorCapture.txt"];
+  EXPECT_EQ(InKeepNow(), keep);
+}
+
+TEST_F(CompareTest, KernelErrorBehindThatLeavesTheResultsWhole) {
+  kernel.At("Compare ends", support::ScriptedKernel::Progress("Comparing", 3));
+  progress.cancelFrom = 1;
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
+}
+
+TEST_F(CompareTest, ResultsThatTheKernelNeverClosedAreClosedBehindTheKernel) {
+  kernel.closesOutput = false;
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(kHeaderOnly));
+  EXPECT_THAT(host.events.Only({"m_fclose SurfaceXferQZ", "~IFSweep", "exists job\\CompareR"}),
+              ElementsAre("exists job\\CompareResults.iff", "~IFSweep()",
+                          "m_fclose SurfaceXferQZ job\\CompareResults.iff",
+                          "exists job\\CompareResults.iff"));
+  EXPECT_THAT(host.OpenStreams(), IsEmpty());
+}
+
+TEST_F(CompareTest, LastCopyThatFailsMakesASuccessfulComparisonAFailure) {
+  host.faults.FailCall("CopyFileA", 3);
+  EXPECT_FALSE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+  EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), false));
+}
+
+TEST_F(CompareTest, OldResultThatCannotBeRemovedIsOverwritten) {
+  host.faults.FailCall("remove", 1);
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+}
+
+TEST_F(CompareTest, WarningsDoNotDisturbTheComparison) {
+  kernel.At("Compare", support::ScriptedKernel::Warning("odd"));
+  EXPECT_TRUE(Compare());
+  EXPECT_EQ(support::ReadWholeFile(InJob("CompareResults.iff")), ResultBytes());
+}
+
+}  // namespace

@@ -1,0 +1,7 @@
+#include "support/LineEnd.h"
+
+namespace support {
+
+const char* const kLineEnd = "\r\n";
+
+}  // namespace support

@@ -1,0 +1,82 @@
+"""The keyboard in the middle of a long run of the real libraries, on a terminal of its own."""
+
+import fcntl
+import json
+import os
+import pty
+import subprocess
+import tempfile
+import termios
+import unittest
+
+import job_files
+from harness import BIN, EXECUTABLE, WINDOWS, SystemTest
+
+ESCAPE = b"\x1b"
+CONTROL_C = b"\x03"
+
+
+def take_terminal():
+    """Makes standard input the controlling terminal of the new session: keys become signals."""
+    fcntl.ioctl(0, termios.TIOCSCTTY, 0)
+
+
+@unittest.skipIf(WINDOWS, "no key reaches a program under the emulator from a terminal of ours")
+class CancelHeal(SystemTest):
+    def setUp(self):
+        super().setUp()
+        self.temporary = self.use_own_temporary_directory()
+        self.source = self.file("torus.iff")
+        # A second's work or more is left when the first percentage appears.
+        job_files.write_holed_torus(self.source, 1000, 700, 97)
+        self.out = self.file("out.iff")
+        with open(self.out, "wb") as file:
+            file.write(b"of an earlier run")
+
+    def heal_and_press(self, key):
+        """The exit code, the report, what appeared on the terminal, and its mode before and
+        after."""
+        master, slave = pty.openpty()
+        self.addCleanup(os.close, master)
+        self.addCleanup(os.close, slave)
+        mode_before = termios.tcgetattr(slave)
+        with tempfile.TemporaryFile() as out:
+            process = subprocess.Popen(
+                [os.path.join(BIN, EXECUTABLE), "--json", "heal", self.source, self.out,
+                 "--tolerance", "0.0001"],
+                env=self.environment, stdin=slave, stdout=out, stderr=slave,
+                start_new_session=True, preexec_fn=take_terminal)
+            shown = b""
+            while b"%" not in shown:
+                shown += os.read(master, 1000)
+            mode_while = termios.tcgetattr(slave)
+            os.write(master, key)
+            code = process.wait(timeout=120)
+            out.seek(0)
+            report = json.loads(out.read())
+        while not shown.endswith(b"stopped by the user\r\n"):
+            shown += os.read(master, 1000)
+        self.assertNotEqual(mode_while, mode_before)
+        self.assertEqual(termios.tcgetattr(slave), mode_before)
+        return code, report, shown.decode()
+
+    def assert_stopped(self, key):
+        before = self.contents(self.folder)
+        code, report, shown = self.heal_and_press(key)
+        self.assertEqual(code, 3)
+        self.assertIs(report["cancelled"], True)
+        self.assertIs(report["flag"], False)
+        self.assertEqual(report["reason"], "stopped by the user")
+        self.assertEqual(report["files_written"], [])
+        self.assertNotIn("facets_out", report)
+        self.assertIn("Healing", shown)
+        # The message takes the place of the bar.
+        self.assertTrue(shown.endswith("\r\x1b[Kqzhost: stopped by the user\r\n"), shown)
+        self.assertEqual(self.contents(self.folder), before)
+        self.assertEqual(os.listdir(self.temporary), [])
+
+    def test_escape_stops_it_and_the_older_file_stays(self):
+        self.assert_stopped(ESCAPE)
+
+    def test_control_c_stops_it_and_the_older_file_stays(self):
+        self.assert_stopped(CONTROL_C)
