@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
@@ -98,6 +99,30 @@ TEST_F(CompareBandsTest, MoreBandsThanABlockOfTheFileHolds) {
   }
   EXPECT_TRUE(Read(support::CompareInfoBytes(many)));
   EXPECT_EQ(Received(), many);
+}
+
+TEST_F(CompareBandsTest, CountThatTheFileIsFarFromHoldingIsRefusedWithoutTheMemoryForIt) {
+  constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+  EXPECT_FALSE(Read(support::CompareInfoBytes({7, kMost, {10}, {}})));
+  EXPECT_FALSE(Read(support::CompareInfoBytes({7, (1 << 20) + 1, {10}, {}})));
+}
+
+TEST_F(CompareBandsTest, MillionMissingBandsAreZeros) {
+  EXPECT_TRUE(Read(support::CompareInfoBytes({7, 1 << 20, {10}, {}})));
+  const support::Bands received = Received();
+  EXPECT_EQ(received.colours[0], 10u);
+  EXPECT_EQ(std::count(received.colours.begin(), received.colours.end(), 0u), (1 << 20) - 1);
+  EXPECT_EQ(std::count(received.distances.begin(), received.distances.end(), 0.0), 1 << 20);
+}
+
+TEST_F(CompareBandsTest, MoreThanAMillionBandsAreReadWhole) {
+  support::Bands many{1, (1 << 21) + 5, {}, {}};
+  for (std::int32_t i = 0; i < many.divisions; ++i) {
+    many.colours.push_back(static_cast<std::uint32_t>(i % 257));
+    many.distances.push_back(i);
+  }
+  EXPECT_TRUE(Read(support::CompareInfoBytes(many)));
+  EXPECT_TRUE(Received() == many);
 }
 
 TEST_F(CompareBandsTest, EarlierBandsDoNotShineThrough) {

@@ -18,6 +18,7 @@
 #include "support/FileBuilder.h"
 #include "support/JobFiles.h"
 #include "support/NothrowBlocks.h"
+#include "support/RecordingChannel.h"
 #include "support/RecordingHostProgress.h"
 #include "support/ScriptedKernel.h"
 #include "support/TempDirectory.h"
@@ -122,6 +123,13 @@ TEST_F(TestHostTest, StatusOfASuccessfulOpenIsLeftAloneWhenToldSo) {
   status = true;
   EXPECT_EQ(m_fopen_hl("UNIT", 7, "", Spelled("a.tmp").c_str(), "rb", &status), nullptr);
   EXPECT_FALSE(status);
+}
+
+TEST_F(TestHostTest, StatusIsLeftAloneAltogetherWhenToldSo) {
+  host.statusWrites = support::TestHost::StatusWrites::kNever;
+  bool status = true;
+  EXPECT_EQ(m_fopen_hl("UNIT", 7, "", Spelled("a.tmp").c_str(), "rb", &status), nullptr);
+  EXPECT_TRUE(status);
 }
 
 TEST_F(TestHostTest, ChosenCallsOfTheStandardLibraryFail) {
@@ -273,6 +281,46 @@ TEST_F(TestHostTest, ScriptedKernelNumbersItsCallsAndRunsScripts) {
   EXPECT_THAT(host.events.Events(),
               ElementsAre("IFSweep()", "OpenStockChannel", "stock.AddVertex 1",
                           "SetFiveAxisBufferingLevel 0", "Run job\\BinaryPaths.tmp", "~IFSweep()"));
+}
+
+TEST(ScriptedKernelTest, ComparisonNamesItsChannelsAndKeepsItsBands) {
+  support::TestHost host;
+  support::ScriptedKernel kernel;
+  kernel.result = {{{1, 2, 3}}, {}};
+  UIDialog callbacks;
+  unsigned int colours[] = {3, 256};
+  double distances[] = {0.5, 1.5};
+  support::Surface received;
+  support::RecordingChannel results("results", callbacks, received);
+  {
+    IFSweep sweep(&callbacks);
+    SurfaceTransfer* part = sweep.OpenCompareSurfaceChannel();
+    SurfaceTransfer* stock = sweep.OpenCompareSurfaceChannel();
+    part->AddVertex(distances);
+    sweep.Compare(stock, part, 7, 2, colours, distances, &results);
+    sweep.Compare(part, &results, 7, 2, colours, distances, &results);
+  }
+  EXPECT_EQ(kernel.bands, (support::Bands{7, 2, {3, 256}, {0.5, 1.5}}));
+  EXPECT_EQ(kernel.part.vertices.size(), 1u);
+  EXPECT_EQ(received, kernel.result);
+  EXPECT_THAT(host.events.Only({"Compare"}), ElementsAre("Compare stock part", "Compare ends",
+                                                         "Compare part not-ours", "Compare ends"));
+}
+
+TEST(TempDirectoryTest, FilesOfADirectoryComeWithAllTheirBytes) {
+  const support::TempDirectory directory;
+  support::WriteWholeFile(directory / "b", std::string("x\r\n\0y", 5));
+  support::WriteWholeFile(directory / "a", "");
+  EXPECT_EQ(support::FilesIn(directory.Path()),
+            (std::map<std::string, std::string>{{"a", ""}, {"b", std::string("x\r\n\0y", 5)}}));
+}
+
+TEST(TempDirectoryTest, TextHasTheLineEndsThatATextStreamWrites) {
+  const support::TempDirectory directory;
+  FILE* stream = OpenStdFile((directory / "text").c_str(), "w");
+  std::fputs("\none\ntwo\n", stream);
+  std::fclose(stream);
+  EXPECT_EQ(support::ReadWholeFile(directory / "text"), support::TextFileBytes("\none\ntwo\n"));
 }
 
 TEST(ScriptedKernelTest, HealIsNumberedRecordedAndScripted) {
