@@ -90,6 +90,15 @@ void HalfEdgeMesh::Collapse(Index half) {
   for (const Index facet : {half / 3, twin / 3}) m_mesh.facets[facet].vertices.fill(kNone);
 }
 
+HalfEdgeMesh::EdgeSurroundings HalfEdgeMesh::Surroundings(Index half) const {
+  const Index twin = m_twin[half];
+  return {half / 3,           twin / 3,
+          Origin(half),       Target(half),
+          Target(Next(half)), Target(Next(twin)),
+          m_twin[Next(half)], m_twin[Previous(half)],
+          m_twin[Next(twin)], m_twin[Previous(twin)]};
+}
+
 bool HalfEdgeMesh::CanFlip(Index half) const {
   const Index left = Target(Next(half));
   const Index right = Target(Next(m_twin[half]));
@@ -98,17 +107,8 @@ bool HalfEdgeMesh::CanFlip(Index half) const {
 }
 
 void HalfEdgeMesh::Flip(Index half) {
-  const Index twin = m_twin[half];
-  const Index from = Origin(half);
-  const Index to = Target(half);
-  const Index left = Target(Next(half));
-  const Index right = Target(Next(twin));
-  const Index toLeft = m_twin[Next(half)];
-  const Index leftFrom = m_twin[Previous(half)];
-  const Index fromRight = m_twin[Next(twin)];
-  const Index rightTo = m_twin[Previous(twin)];
-  const Index f = half / 3;
-  const Index g = twin / 3;
+  const auto [f, g, from, to, left, right, toLeft, leftFrom, fromRight, rightTo] =
+      Surroundings(half);
   const std::uint8_t colour = m_mesh.facets[g].colour;
   m_mesh.facets[f] = {{left, from, right}, colour};
   m_mesh.facets[g] = {{right, to, left}, colour};
@@ -137,17 +137,8 @@ HalfEdgeMesh::Index HalfEdgeMesh::AddFacet(const std::array<Index, 3>& vertices,
 }
 
 void HalfEdgeMesh::SplitEdge(Index half, const Vec3& position) {
-  const Index twin = m_twin[half];
-  const Index from = Origin(half);
-  const Index to = Target(half);
-  const Index left = Target(Next(half));
-  const Index right = Target(Next(twin));
-  const Index toLeft = m_twin[Next(half)];
-  const Index leftFrom = m_twin[Previous(half)];
-  const Index fromRight = m_twin[Next(twin)];
-  const Index rightTo = m_twin[Previous(twin)];
-  const Index f = half / 3;
-  const Index g = twin / 3;
+  const auto [f, g, from, to, left, right, toLeft, leftFrom, fromRight, rightTo] =
+      Surroundings(half);
   const Index vertex = AddVertex(position);
   m_mesh.facets[f].vertices = {from, vertex, left};
   m_mesh.facets[g].vertices = {vertex, from, right};

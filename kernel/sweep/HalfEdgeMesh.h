@@ -56,6 +56,14 @@ class HalfEdgeMesh {
   CutMesh Release();
 
  private:
+  // The two facets at an edge, their vertices, and the half edges across their other sides.
+  struct EdgeSurroundings {
+    Index facet, beyond;
+    Index from, to, left, right;
+    Index toLeft, leftFrom, fromRight, rightTo;
+  };
+  EdgeSurroundings Surroundings(Index half) const;
+
   void LinkTwins();
   bool AreNeighbours(Index a, Index b) const;
   int Valence(Index vertex) const;
