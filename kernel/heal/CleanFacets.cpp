@@ -52,6 +52,7 @@ std::vector<Key> DoubledFacets(const SurfaceMesh& mesh, const MeshEdges& edges) 
     }
   });
   std::vector<Key> keys;
+  keys.reserve(candidates.size());
   for (const Index facet : candidates) keys.push_back(KeyOf(mesh, facet));
   std::sort(keys.begin(), keys.end());
   return keys;

@@ -17,8 +17,6 @@
 namespace kernel {
 namespace {
 
-constexpr double kLeastHeight = 1e-9;  // of the diagonal
-
 void CheckTolerance(double tolerance) {
   if (std::isfinite(tolerance) && tolerance >= 0) return;
   throw FatalError("tolerance: not a number of 0 or more");

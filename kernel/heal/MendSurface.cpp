@@ -22,8 +22,6 @@ namespace {
 
 using Index = SurfaceMesh::Index;
 
-constexpr double kLeastHeight = 1e-9;  // of the diagonal; facets that are lower are slivers
-
 class Mender {
  public:
   Mender(SurfaceMesh mesh, double tolerance, StageProgress& progress)

@@ -9,6 +9,9 @@
 
 namespace kernel {
 
+// Facets lower than this share of the mesh's diagonal are slivers, bodies thinner than it are flat.
+constexpr double kLeastHeight = 1e-9;
+
 // An indexed triangle mesh while it is mended. Nothing is promised of it but that its vertex
 // numbers are in range.
 struct SurfaceMesh {
