@@ -25,7 +25,7 @@ def take_terminal():
 class CancelHeal(SystemTest):
     def setUp(self):
         super().setUp()
-        self.temporary = self.use_own_temporary_directory()
+        self.use_own_temporary_directory()
         self.source = self.file("torus.iff")
         # A second's work or more is left when the first percentage appears.
         job_files.write_holed_torus(self.source, 1000, 700, 97)
@@ -73,7 +73,7 @@ class CancelHeal(SystemTest):
         # The message takes the place of the bar.
         self.assertTrue(shown.endswith("\r\x1b[Kqzhost: stopped by the user\r\n"), shown)
         self.assertEqual(self.contents(self.folder), before)
-        self.assertEqual(os.listdir(self.temporary), [])
+        self.assert_nothing_temporary_is_left()
 
     def test_escape_stops_it_and_the_older_file_stays(self):
         self.assert_stopped(ESCAPE)

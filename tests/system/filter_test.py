@@ -1,7 +1,5 @@
 """Filtering surfaces by colour through the built libraries."""
 
-import os
-
 import job_files
 from harness import SystemTest, spelled
 
@@ -13,7 +11,7 @@ COLOURS = [0, 0, 5, 5, 127, 127, 128, 128, 200, 200, 255, 255]
 class Filter(SystemTest):
     def setUp(self):
         super().setUp()
-        self.temporary = self.use_own_temporary_directory()
+        self.use_own_temporary_directory()
         self.box = self.file("box.iff")
         job_files.write_surface(self.box, CORNERS, job_files.BOX_FACETS, COLOURS)
         self.out = self.file("out.iff")
@@ -21,7 +19,7 @@ class Filter(SystemTest):
     def filter(self, *colours, source=None, result=None):
         run = self.qzhost("--json", "--quiet", "filter", spelled(source or self.box),
                           spelled(result or self.out), "--colour", *colours)
-        self.assertEqual(os.listdir(self.temporary), [])
+        self.assert_nothing_temporary_is_left()
         return run
 
     def assert_kept(self, colours):

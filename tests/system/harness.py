@@ -66,11 +66,14 @@ class SystemTest(unittest.TestCase):
         return os.path.join(self.folder, name)
 
     def use_own_temporary_directory(self):
-        """What the program leaves behind there can then be told."""
-        temporary = self.file("temporary")
-        os.mkdir(temporary)
-        self.environment.update(TMPDIR=temporary, TMP=spelled(temporary), TEMP=spelled(temporary))
-        return temporary
+        """What the program leaves behind there can then be told. An emulator takes no such wish."""
+        self.temporary = self.file("temporary")
+        os.mkdir(self.temporary)
+        if not EMULATOR:
+            self.environment.update(TMPDIR=self.temporary, TMP=self.temporary, TEMP=self.temporary)
+
+    def assert_nothing_temporary_is_left(self):
+        self.assertEqual(os.listdir(self.temporary), [])
 
     def path(self, name):
         return os.path.join(self.job, name)

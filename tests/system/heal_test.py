@@ -13,7 +13,7 @@ VOLUME = 40 * 20 * 10
 class Heal(SystemTest):
     def setUp(self):
         super().setUp()
-        self.temporary = self.use_own_temporary_directory()
+        self.use_own_temporary_directory()
         self.box = self.file("box.iff")
         job_files.write_box(self.box, LOW, HIGH)
         self.out = self.file("out.iff")
@@ -21,7 +21,7 @@ class Heal(SystemTest):
     def heal(self, source, *options, tolerance="0.01"):
         run = self.qzhost("--json", "--quiet", "heal", spelled(source), *options, "--tolerance",
                           tolerance)
-        self.assertEqual(os.listdir(self.temporary), [])
+        self.assert_nothing_temporary_is_left()
         return run
 
     def write_open_box(self, name="open.iff", without=2, colour=5):
@@ -177,7 +177,7 @@ class Heal(SystemTest):
         self.assert_one_line(run.err, part)
         self.assertEqual(run.out, "")
         self.assertEqual(self.contents(self.folder), before)
-        self.assertEqual(os.listdir(self.temporary), [])
+        self.assert_nothing_temporary_is_left()
 
     def test_wrong_arguments_are_named_in_one_line(self):
         box, out = spelled(self.box), spelled(self.out)

@@ -88,7 +88,7 @@ class OtherAddInsOnSurfaces(SystemTest):
 
     def setUp(self):
         super().setUp()
-        self.temporary = self.use_own_temporary_directory()
+        self.use_own_temporary_directory()
         self.box = self.file("box.iff")
         job_files.write_box(self.box, (0, 0, 0), (1, 1, 1), colour=200)
         self.out = self.file("out.iff")
@@ -106,7 +106,7 @@ class OtherAddInsOnSurfaces(SystemTest):
             self.assertEqual(run.object()["files_written"], [])
             self.assert_one_line(run.err, reason)
             self.assertEqual(self.contents(self.folder), before)
-            self.assertEqual(os.listdir(self.temporary), [])
+            self.assert_nothing_temporary_is_left()
 
     def test_result_takes_the_place_of_an_older_one(self):
         for command in self.commands:
