@@ -363,6 +363,13 @@ TEST_F(CompareTest, Colour256IsAColour) {
   EXPECT_EQ(kernel.bands, (support::Bands{256, 1, {256}, {0.5}}));
 }
 
+TEST_F(CompareTest, BandsAreClosedBeforeTheirTextIsWritten) {
+  std::vector<std::string> open;
+  host.faults.RunAt("fwrite", 1, [&] { open = host.OpenStreams(); });
+  EXPECT_TRUE(Compare());
+  EXPECT_THAT(open, ElementsAre("QZTUTLA2 keep\\Job1_TmpSaveCompareInfo.txt"));
+}
+
 TEST_F(CompareTest, FullDiskForTheTextDoesNotMatter) {
   host.faults.FailCall("fwrite", 1);
   EXPECT_TRUE(Compare());
