@@ -31,7 +31,7 @@ bool HasSeveralColours(const formats::Mesh& mesh) {
 
 MeshOutput MeshOutputAt(const std::string& path, std::optional<MeshEncoding> encoding) {
   const MeshFormat format = FormatFor(path);
-  const MeshOutput output{path, format, encoding.value_or(formats::UsualEncoding(format))};
+  MeshOutput output{path, format, encoding.value_or(formats::UsualEncoding(format))};
   if (formats::CanWrite(format, output.encoding)) return output;
   throw FileError(path + ": " + formats::NameOf(format) + " files are never " +
                   (output.encoding == MeshEncoding::Ascii ? "ASCII" : "binary"));
