@@ -16,9 +16,12 @@ export WINEDLLOVERRIDES="mscoree,mshtml="
 
 say() { printf '\n== %s\n' "$*"; }
 
-# Makes the Wine world once, before several programs would try to at the same time.
+# Makes the Wine world once, before several programs would try to at the same time, and keeps its
+# server until the script ends: a program that starts just as the server goes is turned away.
 prepare_wine() {
     mkdir -p "$(dirname "$WINEPREFIX")"
     [ -f "$WINEPREFIX/system.reg" ] || wineboot --init >/dev/null 2>&1
     wineserver -w
+    wineserver -p </dev/null >/dev/null 2>&1
+    trap 'wineserver -k || true' EXIT
 }
