@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDlgKernel.h"
 #include "stock/SweepPartStockCompare.h"
+#include "support/Attempt.h"
 #include "support/CompareJobTest.h"
 #include "support/NothrowBlocks.h"
 
@@ -19,22 +19,16 @@ using ::testing::IsEmpty;
 
 constexpr const char* kHeaderOnly = "binary surface";
 
-// Everything of one comparison, so that a test can make many of them one after another.
-class Attempt : public support::CompareJobTest {
+class Attempt : public support::Attempt<support::CompareJobTest> {
  public:
-  bool Compare() {
-    UIDlgKernel callbacks;
-    callbacks.SetHost(&progress);
-    callbacks.SetWorkDir(WorkDir());
-    return SweepPartStockCompare(WorkDir(), &callbacks);
+  bool Run() {
+    return RunWithCallbacks(
+        [&](UIDlgKernel* callbacks) { return SweepPartStockCompare(WorkDir(), callbacks); });
   }
-
-  Files InJobNow() const { return support::FilesIn(InJob("")); }
-  Files InKeepNow() const { return support::FilesIn(InKeep("")); }
 
   void ExpectNextComparisonWorks() {
     progress.cancelOnlyAt = 0;
-    EXPECT_TRUE(Compare());
+    EXPECT_TRUE(Run());
     EXPECT_EQ(support::ReadWholeFile(InJob("CompareResults.iff")), ResultBytes());
     EXPECT_EQ(support::ReadWholeFile(InKeep("Job1_TmpSaveCompareInfo.txt")),
               support::TextFileBytes(support::TwoBandsText()));
@@ -42,21 +36,9 @@ class Attempt : public support::CompareJobTest {
 
   using CompareJobTest::CopiesWith;
   using CompareJobTest::Files;
-  using CompareJobTest::host;
   using CompareJobTest::JobFilesWith;
-  using CompareJobTest::kernel;
-  using CompareJobTest::progress;
   using CompareJobTest::ResultBytes;
-
- private:
-  void TestBody() override {}
 };
-
-std::vector<std::string> KernelCallsOfAComparison() {
-  Attempt attempt;
-  EXPECT_TRUE(attempt.Compare());
-  return attempt.kernel.CallNames();
-}
 
 // What lies in the result file when the kernel is stopped in its call `k`: the body is written by
 // Close, which the call of that name comes before.
@@ -75,13 +57,13 @@ std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
 std::size_t BlocksLeftBy(const std::string& kernelCall) { return StreamsLeftBy(kernelCall).size(); }
 
 TEST(CompareFailures, FatalErrorAtEveryKernelCallIsStillASuccess) {
-  const auto calls = KernelCallsOfAComparison();
+  const auto calls = support::KernelCallsOf<Attempt>();
   ASSERT_EQ(calls.size(), 3u + 6 + 6 + 8);
   for (std::size_t k = 1; k <= calls.size(); ++k) {
     SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
-    EXPECT_TRUE(attempt.Compare());
+    EXPECT_TRUE(attempt.Run());
     Attempt::Files job = attempt.JobFilesWith(ResultsStoppedAt(calls, k, attempt.ResultBytes()));
     job["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
     EXPECT_EQ(attempt.InJobNow(), job);
@@ -91,14 +73,14 @@ TEST(CompareFailures, FatalErrorAtEveryKernelCallIsStillASuccess) {
     EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
     EXPECT_EQ(attempt.kernel.CallNames().size(), k);
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectTidy();
     attempt.ExpectNextComparisonWorks();
   }
 }
 
 TEST(CompareFailures, CancelAtEveryNotificationLeavesNoRecord) {
   // A kernel that reports progress inside every call: two notifications each.
-  const auto calls = KernelCallsOfAComparison();
+  const auto calls = support::KernelCallsOf<Attempt>();
   for (int k = 1; k <= 2 * static_cast<int>(calls.size()); ++k) {
     SCOPED_TRACE("cancel at notification " + std::to_string(k));
     const auto call = static_cast<std::size_t>(k + 1) / 2;
@@ -107,30 +89,30 @@ TEST(CompareFailures, CancelAtEveryNotificationLeavesNoRecord) {
       attempt.kernel.At(name, support::ScriptedKernel::Progress("Comparing", 10));
     }
     attempt.progress.cancelOnlyAt = k;
-    EXPECT_TRUE(attempt.Compare());
+    EXPECT_TRUE(attempt.Run());
     EXPECT_EQ(attempt.progress.Questions(), k);
     EXPECT_EQ(attempt.InJobNow(),
               attempt.JobFilesWith(ResultsStoppedAt(calls, call, attempt.ResultBytes())));
     EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), true));
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[call - 1]));
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectTidy();
     attempt.ExpectNextComparisonWorks();
   }
 }
 
 TEST(CompareFailures, ForeignExceptionAtEveryKernelCallPassesOnWithoutTheLastCopy) {
-  const auto calls = KernelCallsOfAComparison();
+  const auto calls = support::KernelCallsOf<Attempt>();
   for (std::size_t k = 1; k <= calls.size(); ++k) {
     SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
-    EXPECT_THROW(attempt.Compare(), std::runtime_error);
+    EXPECT_THROW(attempt.Run(), std::runtime_error);
     EXPECT_EQ(attempt.InJobNow(),
               attempt.JobFilesWith(ResultsStoppedAt(calls, k, attempt.ResultBytes())));
     EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), false));
     EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectTidy();
     attempt.ExpectNextComparisonWorks();
   }
 }
@@ -156,17 +138,13 @@ class CompareFaults : public ::testing::TestWithParam<Fault> {};
 
 TEST_P(CompareFaults, EachCallFailingInTurnHasItsOwnOutcome) {
   const Fault& fault = GetParam();
-  {
-    Attempt attempt;
-    EXPECT_TRUE(attempt.Compare());
-    ASSERT_EQ(attempt.host.faults.Calls(fault.function), static_cast<int>(fault.outcomes.size()));
-  }
+  ASSERT_EQ(support::CallsOf<Attempt>(fault.function), static_cast<int>(fault.outcomes.size()));
   for (std::size_t k = 1; k <= fault.outcomes.size(); ++k) {
     SCOPED_TRACE(std::string(fault.function) + " " + std::to_string(k));
     const Outcome& expected = fault.outcomes[k - 1];
     Attempt attempt;
     attempt.host.faults.FailCall(fault.function, static_cast<int>(k));
-    EXPECT_EQ(attempt.Compare(), expected.verdict);
+    EXPECT_EQ(attempt.Run(), expected.verdict);
     const Attempt::Files job = attempt.InJobNow();
     if (expected.results == nullptr) {
       EXPECT_FALSE(job.contains("CompareResults.iff"));
@@ -175,7 +153,7 @@ TEST_P(CompareFaults, EachCallFailingInTurnHasItsOwnOutcome) {
       EXPECT_EQ(job.at("CompareResults.iff"), results.empty() ? attempt.ResultBytes() : results);
     }
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectTidy();
     attempt.ExpectNextComparisonWorks();
   }
 }
@@ -209,7 +187,7 @@ TEST(CompareFailures, ResultsThatTheHostDoesNotSeeAreNotCopiedAndTheComparisonDe
   attempt.host.faults.FailCall("file_exists", 4);
   attempt.kernel.At("Compare", support::ScriptedKernel::Progress("Comparing", 3));
   attempt.progress.cancelOnlyAt = 1;
-  EXPECT_FALSE(attempt.Compare());
+  EXPECT_FALSE(attempt.Run());
   EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), false));
 }
 

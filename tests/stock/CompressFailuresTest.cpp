@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDlgKernel.h"
 #include "stock/StockModelCompress.h"
+#include "support/Attempt.h"
 #include "support/CompressJobTest.h"
 #include "support/NothrowBlocks.h"
 
@@ -16,53 +16,27 @@ namespace {
 
 using ::testing::IsEmpty;
 
-// Everything of one compression, so that a test can make many of them one after another.
-class Attempt : public support::CompressJobTest {
+class Attempt : public support::Attempt<support::CompressJobTest> {
  public:
-  bool Compress() {
-    UIDlgKernel callbacks;
-    callbacks.SetHost(&progress);
-    callbacks.SetWorkDir(WorkDir());
-    return StockModelCompress(WorkDir(), "in.iff", OutputName(), &callbacks, kTolerance);
-  }
-
-  void ExpectTidy() {
-    EXPECT_TRUE(IsAtHome());
-    EXPECT_EQ(kernel.LivingObjects(), 0);
+  bool Run() {
+    return RunWithCallbacks([&](UIDlgKernel* callbacks) {
+      return StockModelCompress(WorkDir(), "in.iff", OutputName(), callbacks, kTolerance);
+    });
   }
 
   void ExpectNextOneWorks() {
     progress.cancelOnlyAt = 0;
-    EXPECT_TRUE(Compress());
+    EXPECT_TRUE(Run());
     EXPECT_EQ(support::ReadWholeFile(InJob("out.iff")), ResultBytes());
     EXPECT_EQ(support::ReadWholeFile(InJob("BinaryPaths.tmp")), JobPathBytes());
   }
 
   using CompressJobTest::Files;
   using CompressJobTest::FilesInJob;
-  using CompressJobTest::host;
   using CompressJobTest::InputAnd;
-  using CompressJobTest::JobHas;
   using CompressJobTest::JobPathBytes;
-  using CompressJobTest::kernel;
-  using CompressJobTest::progress;
   using CompressJobTest::ResultBytes;
-
- private:
-  void TestBody() override {}
 };
-
-std::vector<std::string> KernelCallsOfACompression() {
-  Attempt attempt;
-  EXPECT_TRUE(attempt.Compress());
-  return attempt.kernel.CallNames();
-}
-
-int CallsOfACompression(const std::string& function) {
-  Attempt attempt;
-  EXPECT_TRUE(attempt.Compress());
-  return attempt.host.faults.Calls(function);
-}
 
 // The loader leaves its stream and its handle array to whoever throws through it.
 std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
@@ -73,13 +47,13 @@ std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
 std::size_t BlocksLeftBy(const std::string& kernelCall) { return StreamsLeftBy(kernelCall).size(); }
 
 TEST(CompressFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
-  const auto calls = KernelCallsOfACompression();
+  const auto calls = support::KernelCallsOf<Attempt>();
   ASSERT_EQ(calls.size(), 16u);
   for (std::size_t k = 1; k <= calls.size(); ++k) {
     SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
-    EXPECT_FALSE(attempt.Compress());
+    EXPECT_FALSE(attempt.Run());
     Attempt::Files files = attempt.InputAnd(Attempt::JobPathBytes(), "");
     files["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
     files["Job1_TmpSaveErrorCapture.txt"] = files["ErrorCapture.txt"];
@@ -93,7 +67,7 @@ TEST(CompressFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
 
 TEST(CompressFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) {
   // A kernel that reports progress inside every call: two notifications each.
-  const auto calls = KernelCallsOfACompression();
+  const auto calls = support::KernelCallsOf<Attempt>();
   for (int k = 1; k <= 2 * static_cast<int>(calls.size()); ++k) {
     SCOPED_TRACE("cancel at notification " + std::to_string(k));
     Attempt attempt;
@@ -101,7 +75,7 @@ TEST(CompressFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecor
       attempt.kernel.At(name, support::ScriptedKernel::Progress("Sweeping", 10));
     }
     attempt.progress.cancelOnlyAt = k;
-    EXPECT_FALSE(attempt.Compress());
+    EXPECT_FALSE(attempt.Run());
     EXPECT_EQ(attempt.progress.Questions(), k);
     EXPECT_EQ(attempt.FilesInJob(), attempt.InputAnd(Attempt::JobPathBytes(), ""));
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[static_cast<std::size_t>(k - 1) / 2]));
@@ -111,12 +85,12 @@ TEST(CompressFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecor
 }
 
 TEST(CompressFailures, ForeignExceptionAtEveryKernelCallPassesOnAndLeavesTheFiles) {
-  const auto calls = KernelCallsOfACompression();
+  const auto calls = support::KernelCallsOf<Attempt>();
   for (std::size_t k = 1; k <= calls.size(); ++k) {
     SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
-    EXPECT_THROW(attempt.Compress(), std::runtime_error);
+    EXPECT_THROW(attempt.Run(), std::runtime_error);
     std::string output;
     if (k > 8) output = "binary surface";  // from Run on there is a channel
     if (calls[k - 1] == "Run ends") output = attempt.ResultBytes();
@@ -133,13 +107,13 @@ class CompressFatalFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(CompressFatalFaults, EachCallFailingInTurnLeavesNoOutput) {
   const std::string function = GetParam();
-  const int calls = CallsOfACompression(function);
+  const int calls = support::CallsOf<Attempt>(function);
   ASSERT_GT(calls, 0);
   for (int k = 1; k <= calls; ++k) {
     SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
     Attempt attempt;
     attempt.host.faults.FailCall(function, k);
-    EXPECT_FALSE(attempt.Compress());
+    EXPECT_FALSE(attempt.Run());
     EXPECT_FALSE(attempt.JobHas("out.iff"));
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
@@ -156,13 +130,13 @@ class CompressSurvivableFaults : public ::testing::TestWithParam<const char*> {}
 
 TEST_P(CompressSurvivableFaults, EachCallFailingInTurnLeavesTheRightOutput) {
   const std::string function = GetParam();
-  const int calls = CallsOfACompression(function);
+  const int calls = support::CallsOf<Attempt>(function);
   ASSERT_GT(calls, 0);
   for (int k = 1; k <= calls; ++k) {
     SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
     Attempt attempt;
     attempt.host.faults.FailCall(function, k);
-    EXPECT_TRUE(attempt.Compress());
+    EXPECT_TRUE(attempt.Run());
     EXPECT_EQ(attempt.FilesInJob(),
               attempt.InputAnd(Attempt::JobPathBytes(), attempt.ResultBytes()));
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
@@ -179,7 +153,7 @@ TEST(CompressFailures, FileThatTheHostDoesNotSeeHasItsOwnConsequence) {
   for (int k = 1; k <= 2; ++k) {
     Attempt attempt;
     attempt.host.faults.FailCall("file_exists", k);
-    EXPECT_EQ(attempt.Compress(), verdicts[k - 1]);
+    EXPECT_EQ(attempt.Run(), verdicts[k - 1]);
     EXPECT_EQ(attempt.FilesInJob(),
               attempt.InputAnd(Attempt::JobPathBytes(), attempt.ResultBytes()));
   }

@@ -5,19 +5,22 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDlgKernel.h"
 #include "stock/StockModelCompress.h"
+#include "support/Attempt.h"
 #include "support/CompressJobTest.h"
 #include "support/FileBuilder.h"
+#include "support/JobEvents.h"
 
 namespace {
 
+using support::Events;
+using support::Joined;
+using support::PathsConverted;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using ::testing::Not;
-using Events = std::vector<std::string>;
 
 constexpr const char* kHeaderOnly = "binary surface";
 
@@ -26,39 +29,19 @@ const Events kInputOpened = {"m_fopen_hl QZTUTLA2 job\\ in.iff rb"};
 const Events kInputClosed = {"m_fclose QZTUTLA2 job\\in.iff"};
 const Events kPathWritten = {"m_fopen_hl QZTUTLA2 job\\ job\\BinaryPaths.tmp wb", "IsMetric",
                              "m_fclose QZTUTLA2 job\\BinaryPaths.tmp"};
-const Events kPathConverted = {"fopen job\\BinaryPaths.tmp rb", "fopen job\\BinaryPaths.txt w",
-                               "fclose job\\BinaryPaths.txt", "fclose job\\BinaryPaths.tmp"};
 const Events kKernelMade = {"getcwd 256", "chdir job\\", "IFSweep()", "OpenStockChannel"};
 // By its bare name: the working directory is the current one by now.
-const Events kStockOpened = {"m_fopen QZTUTLA2 in.iff rb"};
-const Events kStockLoaded = {
-    "stock.Reset",         "stock.AddVertex 1", "stock.AddVertex 2",       "stock.AddVertex 3",
-    "stock.AddTriangle 1", "stock.Close",       "m_fclose QZTUTLA2 in.iff"};
+const Events kStockLoaded = support::FacetLoaded("stock", "in.iff");
 // Five-axis buffering is not touched.
-const Events kRunBegun = {"m_fopen SurfaceXferQZ job\\out.iff wb",
-                          "Run job\\BinaryPaths.tmp",
-                          "output.Reset",
-                          "output.AddVertex 1",
-                          "output.AddVertex 2",
-                          "output.AddVertex 3",
-                          "output.AddTriangle 1"};
+const Events kRunBegun =
+    Joined({{"m_fopen SurfaceXferQZ job\\out.iff wb", "Run job\\BinaryPaths.tmp"},
+            support::FacetPlayed()});
 const Events kRunEnded = {"output.Close", "m_fclose SurfaceXferQZ job\\out.iff", "Run ends"};
 const Events kKernelGone = {"~IFSweep()", "chdir home"};
 const Events kVerdict = {"exists job\\out.iff"};
 
-Events Joined(const std::vector<Events>& stages) {
-  Events all;
-  for (const Events& stage : stages) all.insert(all.end(), stage.begin(), stage.end());
-  return all;
-}
-
-class CompressTest : public support::CompressJobTest {
+class CompressTest : public support::WithCallbacks<support::CompressJobTest> {
  protected:
-  CompressTest() {
-    callbacks.SetHost(&progress);
-    callbacks.SetWorkDir(WorkDir());
-  }
-
   bool Compress() { return CompressTo(OutputName()); }
   bool CompressTo(const CString& outputName) {
     return StockModelCompress(WorkDir(), "in.iff", outputName, &callbacks, kTolerance);
@@ -71,41 +54,37 @@ class CompressTest : public support::CompressJobTest {
     EXPECT_THAT(host.events.Only({"getcwd", "chdir"}), IsEmpty());
     EXPECT_THAT(host.OpenStreams(), IsEmpty());
   }
-
-  UIDlgKernel callbacks;
 };
 
 TEST_F(CompressTest, WholeOrderOfEffectsOfASuccess) {
   EXPECT_TRUE(Compress());
   EXPECT_THAT(host.events.Events(),
               ElementsAreArray(Joined({kOldOutputRemoved, kInputOpened, kInputClosed, kPathWritten,
-                                       kPathConverted, kKernelMade, kStockOpened, kStockLoaded,
-                                       kRunBegun, kRunEnded, kKernelGone, kVerdict})));
+                                       PathsConverted(), kKernelMade, kStockLoaded, kRunBegun,
+                                       kRunEnded, kKernelGone, kVerdict})));
 }
 
 TEST_F(CompressTest, WholeOrderOfEffectsOfAKernelErrorDuringTheRun) {
   kernel.At("output.AddTriangle", support::ScriptedKernel::Progress("Sweeping", 3));
   progress.cancelFrom = 1;
   EXPECT_FALSE(Compress());
-  const Events cancelled = {"LoadMessage 44", "ShowProgress \"message 44\" 3", "IsCancelled"};
   // Close writes and closes what the channel holds; then the file goes, then the kernel.
   const Events discarded = {"m_fclose SurfaceXferQZ job\\out.iff", "remove job\\out.iff"};
   EXPECT_THAT(host.events.Events(),
               ElementsAreArray(Joined({kOldOutputRemoved, kInputOpened, kInputClosed, kPathWritten,
-                                       kPathConverted, kKernelMade, kStockOpened, kStockLoaded,
-                                       kRunBegun, cancelled, discarded, kKernelGone})));
+                                       PathsConverted(), kKernelMade, kStockLoaded, kRunBegun,
+                                       support::Cancelled(44), discarded, kKernelGone})));
 }
 
 TEST_F(CompressTest, WholeOrderOfEffectsOfAKernelErrorBeforeThereIsAChannel) {
   kernel.At("OpenStockChannel", support::ScriptedKernel::Progress("Sweeping", 3));
   progress.cancelFrom = 1;
   EXPECT_FALSE(Compress());
-  const Events cancelled = {"LoadMessage 44", "ShowProgress \"message 44\" 3", "IsCancelled"};
   const Events discarded = {"remove job\\out.iff fails"};
-  EXPECT_THAT(
-      host.events.Events(),
-      ElementsAreArray(Joined({kOldOutputRemoved, kInputOpened, kInputClosed, kPathWritten,
-                               kPathConverted, kKernelMade, cancelled, discarded, kKernelGone})));
+  EXPECT_THAT(host.events.Events(),
+              ElementsAreArray(Joined({kOldOutputRemoved, kInputOpened, kInputClosed, kPathWritten,
+                                       PathsConverted(), kKernelMade, support::Cancelled(44),
+                                       discarded, kKernelGone})));
 }
 
 TEST_F(CompressTest, FilesAfterASuccess) {
@@ -235,9 +214,9 @@ TEST_F(CompressTest, TriangleCountIsNoticedWhenTheStockIsLoaded) {
                                                              kInputOpened,
                                                              kInputClosed,
                                                              kPathWritten,
-                                                             kPathConverted,
+                                                             PathsConverted(),
                                                              kKernelMade,
-                                                             kStockOpened,
+                                                             {"m_fopen QZTUTLA2 in.iff rb"},
                                                              {"m_fclose QZTUTLA2 in.iff"},
                                                              kKernelGone,
                                                              kVerdict})));

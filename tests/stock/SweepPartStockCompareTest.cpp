@@ -5,25 +5,25 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDlgKernel.h"
 #include "stock/SweepPartStockCompare.h"
+#include "support/Attempt.h"
 #include "support/CompareJobTest.h"
+#include "support/JobEvents.h"
 
 namespace {
 
+using support::Events;
+using support::Joined;
+using support::RegistryAsked;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using ::testing::Not;
-using Events = std::vector<std::string>;
 using StatusWrites = support::TestHost::StatusWrites;
 
 constexpr const char* kHeaderOnly = "binary surface";
 
-const Events kRegistryAsked = {
-    "get_REG_KEY", "RegOpen Software\\TestHost\\Configurations\\Variables\\Toolpaths 131097",
-    "GetStringValue Enable Stock Model Data Directory 260", "RegClose"};
 const Events kOldResultsRemoved = {"exists job\\CompareResults.iff",
                                    "remove job\\CompareResults.iff"};
 const Events kInputsSeen = {"exists job\\PartFileToCompare.iff",
@@ -37,24 +37,9 @@ const Events kBandsClosed = {"m_fclose QZTUTLA2 job\\TmpCompareInfo.tmp",
                              "m_fclose QZTUTLA2 keep\\Job1_TmpSaveCompareInfo.txt"};
 const Events kKernelMade = {"m_fopen SurfaceXferQZ job\\CompareResults.iff wb", "IFSweep()",
                             "OpenCompareSurfaceChannel", "OpenCompareSurfaceChannel"};
-const Events kPartLoaded = {"m_fopen QZTUTLA2 job\\PartFileToCompare.iff rb",
-                            "part.Reset",
-                            "part.AddVertex 1",
-                            "part.AddVertex 2",
-                            "part.AddVertex 3",
-                            "part.AddTriangle 1",
-                            "part.Close",
-                            "m_fclose QZTUTLA2 job\\PartFileToCompare.iff"};
-const Events kStockLoaded = {"m_fopen QZTUTLA2 job\\StockModelOutput.tmp rb",
-                             "stock.Reset",
-                             "stock.AddVertex 1",
-                             "stock.AddVertex 2",
-                             "stock.AddVertex 3",
-                             "stock.AddTriangle 1",
-                             "stock.Close",
-                             "m_fclose QZTUTLA2 job\\StockModelOutput.tmp"};
-const Events kCompareBegun = {"Compare part stock", "output.Reset",       "output.AddVertex 1",
-                              "output.AddVertex 2", "output.AddVertex 3", "output.AddTriangle 1"};
+const Events kPartLoaded = support::FacetLoaded("part", "job\\PartFileToCompare.iff");
+const Events kStockLoaded = support::FacetLoaded("stock", "job\\StockModelOutput.tmp");
+const Events kCompareBegun = Joined({{"Compare part stock"}, support::FacetPlayed()});
 const Events kCompareEnded = {"output.Close", "m_fclose SurfaceXferQZ job\\CompareResults.iff",
                               "Compare ends"};
 const Events kKernelGone = {"~IFSweep()"};
@@ -63,19 +48,8 @@ const Events kResultsSeen = {"exists job\\CompareResults.iff"};
 const Events kPartCopiedAsResults = {
     "copy job\\PartFileToCompare.iff -> keep\\Job1_TmpSaveCompareResults.iff"};
 
-Events Joined(const std::vector<Events>& stages) {
-  Events all;
-  for (const Events& stage : stages) all.insert(all.end(), stage.begin(), stage.end());
-  return all;
-}
-
-class CompareTest : public support::CompareJobTest {
+class CompareTest : public support::WithCallbacks<support::CompareJobTest> {
  protected:
-  CompareTest() {
-    callbacks.SetHost(&progress);
-    callbacks.SetWorkDir(WorkDir());
-  }
-
   bool Compare() { return SweepPartStockCompare(WorkDir(), &callbacks); }
 
   Files InJobNow() const { return support::FilesIn(InJob("")); }
@@ -90,14 +64,12 @@ class CompareTest : public support::CompareJobTest {
     EXPECT_THAT(kernel.CallNames(), IsEmpty());
     EXPECT_THAT(host.OpenStreams(), IsEmpty());
   }
-
-  UIDlgKernel callbacks;
 };
 
 TEST_F(CompareTest, WholeOrderOfEffectsOfASuccessfulComparison) {
   EXPECT_TRUE(Compare());
   EXPECT_THAT(host.events.Events(),
-              ElementsAreArray(Joined({kRegistryAsked, kOldResultsRemoved, kInputsSeen,
+              ElementsAreArray(Joined({RegistryAsked(), kOldResultsRemoved, kInputsSeen,
                                        kInputsCopied, kBandsOpened, kBandsClosed, kKernelMade,
                                        kPartLoaded, kStockLoaded, kCompareBegun, kCompareEnded,
                                        kKernelGone, kResultsSeen, kPartCopiedAsResults})));
@@ -107,13 +79,13 @@ TEST_F(CompareTest, WholeOrderOfEffectsOfAKernelErrorDuringTheComparison) {
   kernel.At("output.AddTriangle", support::ScriptedKernel::Progress("Comparing", 3));
   progress.cancelFrom = 1;
   EXPECT_TRUE(Compare());
-  const Events cancelled = {"LoadMessage 46", "ShowProgress \"message 46\" 3", "IsCancelled"};
   // The channel is not closed as a channel: the kernel goes, then the stream.
-  EXPECT_THAT(host.events.Events(),
-              ElementsAreArray(Joined(
-                  {kRegistryAsked, kOldResultsRemoved, kInputsSeen, kInputsCopied, kBandsOpened,
-                   kBandsClosed, kKernelMade, kPartLoaded, kStockLoaded, kCompareBegun, cancelled,
-                   kKernelGone, kResultsClosed, kResultsSeen, kPartCopiedAsResults})));
+  EXPECT_THAT(
+      host.events.Events(),
+      ElementsAreArray(Joined({RegistryAsked(), kOldResultsRemoved, kInputsSeen, kInputsCopied,
+                               kBandsOpened, kBandsClosed, kKernelMade, kPartLoaded, kStockLoaded,
+                               kCompareBegun, support::Cancelled(46), kKernelGone, kResultsClosed,
+                               kResultsSeen, kPartCopiedAsResults})));
 }
 
 TEST_F(CompareTest, FilesAfterASuccessfulComparison) {
@@ -162,7 +134,7 @@ TEST_F(CompareTest, WithoutAPartTheOldResultGoesAndThatIsASuccess) {
   expected.erase("PartFileToCompare.iff");
   EXPECT_EQ(InJobNow(), expected);
   EXPECT_THAT(InKeepNow(), IsEmpty());
-  EXPECT_THAT(host.events.Events(), ElementsAreArray(Joined({kRegistryAsked,
+  EXPECT_THAT(host.events.Events(), ElementsAreArray(Joined({RegistryAsked(),
                                                              kOldResultsRemoved,
                                                              {"exists job\\PartFileToCompare.iff"},
                                                              kResultsSeen})));
@@ -194,7 +166,7 @@ TEST_F(CompareTest, WithoutAStockTheResultIsFalseAndTheOldOneGone) {
   EXPECT_THAT(InKeepNow(), IsEmpty());
   EXPECT_THAT(
       host.events.Events(),
-      ElementsAreArray(Joined({kRegistryAsked, kOldResultsRemoved, kInputsSeen, kResultsSeen})));
+      ElementsAreArray(Joined({RegistryAsked(), kOldResultsRemoved, kInputsSeen, kResultsSeen})));
 }
 
 TEST_F(CompareTest, WithoutAStockAnOldResultThatStaysMakesTheLastCopyAndTheVerdict) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDlgKernel.h"
+#include "support/Attempt.h"
 #include "support/NothrowBlocks.h"
 #include "support/SweepJobTest.h"
 #include "toolpaths/SweepMultipleToolpathsFromStock.h"
@@ -21,19 +21,17 @@ using ::testing::IsEmpty;
 constexpr const char* kOutput = "StockModelOutput.tmp";
 constexpr const char* kOutputCopy = "Job1_TmpSaveOutputStock.iff";
 
-// Everything of one sweep, so that a test can make many of them one after another.
-class Attempt : public support::SweepJobTest {
+class Attempt : public support::Attempt<support::SweepJobTest> {
  public:
   Attempt() {
     KeepCopiesApart();
     WriteStaleOutput();
   }
 
-  bool Sweep() {
-    UIDlgKernel callbacks;
-    callbacks.SetHost(&progress);
-    callbacks.SetWorkDir(WorkDir());
-    return SweepMultipleToolpathsFromStock(WorkDir(), &callbacks);
+  bool Run() {
+    return RunWithCallbacks([&](UIDlgKernel* callbacks) {
+      return SweepMultipleToolpathsFromStock(WorkDir(), callbacks);
+    });
   }
 
   bool HasOutput() const { return JobHas(kOutput); }
@@ -41,42 +39,16 @@ class Attempt : public support::SweepJobTest {
   bool HasErrorRecord() const { return JobHas("ErrorCapture.txt"); }
   std::string Output() const { return support::ReadWholeFile(InJob(kOutput)); }
 
-  // What holds after every sweep, however it ended.
-  void ExpectTidy() {
-    EXPECT_TRUE(IsAtHome());
-    EXPECT_EQ(kernel.LivingObjects(), 0);
-  }
-
   void ExpectNextSweepWorks() {
     progress.cancelFrom = 0;
     progress.cancelOnlyAt = 0;
-    EXPECT_TRUE(Sweep());
+    EXPECT_TRUE(Run());
     EXPECT_EQ(Output(), ExpectedOutput());
   }
 
   using SweepJobTest::ExpectedOutput;
   using SweepJobTest::HasStaleOutput;
-  using SweepJobTest::host;
-  using SweepJobTest::JobHas;
-  using SweepJobTest::kernel;
-  using SweepJobTest::progress;
-
- private:
-  void TestBody() override {}
 };
-
-std::vector<std::string> KernelCallsOfASweep() {
-  Attempt attempt;
-  EXPECT_TRUE(attempt.Sweep());
-  return attempt.kernel.CallNames();
-}
-
-// How often a sweep that works calls one of the functions that can fail.
-int CallsOfASweep(const std::string& function) {
-  Attempt attempt;
-  EXPECT_TRUE(attempt.Sweep());
-  return attempt.host.faults.Calls(function);
-}
 
 // The loader leaves its stream to whoever throws through it.
 std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
@@ -90,13 +62,13 @@ std::size_t BlocksLeftBy(const std::string& kernelCall) {
 }
 
 TEST(SweepFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
-  const auto calls = KernelCallsOfASweep();
+  const auto calls = support::KernelCallsOf<Attempt>();
   ASSERT_EQ(calls.size(), 17u);
   for (std::size_t k = 1; k <= calls.size(); ++k) {
     SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
-    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.Run());
     EXPECT_FALSE(attempt.HasOutput());
     EXPECT_FALSE(attempt.HasOutputCopy());
     EXPECT_TRUE(attempt.HasErrorRecord());
@@ -110,7 +82,7 @@ TEST(SweepFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
 
 TEST(SweepFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) {
   // A kernel that reports progress inside every call: two notifications each.
-  const auto calls = KernelCallsOfASweep();
+  const auto calls = support::KernelCallsOf<Attempt>();
   const auto report = [&](Attempt& attempt) {
     for (const std::string& call : calls) {
       attempt.kernel.At(call, support::ScriptedKernel::Progress("Sweeping", 10));
@@ -120,7 +92,7 @@ TEST(SweepFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) 
   {
     Attempt attempt;
     report(attempt);
-    EXPECT_TRUE(attempt.Sweep());
+    EXPECT_TRUE(attempt.Run());
     notifications = attempt.progress.Questions();
   }
   ASSERT_EQ(notifications, 2 * static_cast<int>(calls.size()));
@@ -129,7 +101,7 @@ TEST(SweepFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) 
     Attempt attempt;
     report(attempt);
     attempt.progress.cancelOnlyAt = k;
-    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.Run());
     EXPECT_EQ(attempt.progress.Questions(), k);
     EXPECT_FALSE(attempt.HasOutput());
     EXPECT_FALSE(attempt.HasOutputCopy());
@@ -141,12 +113,12 @@ TEST(SweepFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) 
 }
 
 TEST(SweepFailures, ForeignExceptionAtEveryKernelCallPassesOn) {
-  const auto calls = KernelCallsOfASweep();
+  const auto calls = support::KernelCallsOf<Attempt>();
   for (std::size_t k = 1; k <= calls.size(); ++k) {
     SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
-    EXPECT_THROW(attempt.Sweep(), std::runtime_error);
+    EXPECT_THROW(attempt.Run(), std::runtime_error);
     // Nothing is removed or copied on such a way out.
     EXPECT_FALSE(attempt.HasOutputCopy());
     EXPECT_THAT(attempt.host.events.Only({"remove"}),
@@ -162,7 +134,7 @@ TEST(SweepFailures, KernelErrorThatIsNotRemovedFromDiskIsStillCopiedButFails) {
   Attempt attempt;
   attempt.kernel.At("Run ends", support::ScriptedKernel::Fatal("too late"));
   attempt.host.faults.FailFrom("remove", 2);
-  EXPECT_FALSE(attempt.Sweep());
+  EXPECT_FALSE(attempt.Run());
   EXPECT_TRUE(attempt.HasOutputCopy());
   attempt.ExpectTidy();
 }
@@ -175,7 +147,7 @@ TEST_P(SweepOpenFailures, EachTrackedOpenOfThePathFilesFailingEndsTheJob) {
     Attempt attempt;
     attempt.host.statusWrites = GetParam();
     attempt.host.faults.FailCall("m_fopen_hl", k);
-    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.Run());
     EXPECT_TRUE(attempt.HasStaleOutput());
     EXPECT_TRUE(attempt.kernel.CallNames().empty());
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
@@ -191,7 +163,7 @@ TEST_P(SweepOpenFailures, OpenThatTheHostCallsUndoneIsUndone) {
     Attempt attempt;
     attempt.host.statusWrites = GetParam();
     attempt.host.faults.FailCall("m_fopen_hl status", k);
-    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.Run());
     EXPECT_TRUE(attempt.kernel.CallNames().empty());
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectNextSweepWorks();
@@ -215,13 +187,13 @@ class SweepFatalFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(SweepFatalFaults, EachCallFailingInTurnLeavesNoWrongResult) {
   const std::string function = GetParam();
-  const int calls = CallsOfASweep(function);
+  const int calls = support::CallsOf<Attempt>(function);
   ASSERT_GT(calls, 0);
   for (int k = 1; k <= calls; ++k) {
     SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
     Attempt attempt;
     attempt.host.faults.FailCall(function, k);
-    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.Run());
     // Either the job ended before the old result was touched, or there is none.
     EXPECT_TRUE(attempt.HasStaleOutput() || !attempt.HasOutput());
     EXPECT_FALSE(attempt.HasOutputCopy());
@@ -242,13 +214,13 @@ class SweepSurvivableFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(SweepSurvivableFaults, EachCallFailingInTurnLeavesTheRightResult) {
   const std::string function = GetParam();
-  const int calls = CallsOfASweep(function);
+  const int calls = support::CallsOf<Attempt>(function);
   ASSERT_GT(calls, 0);
   for (int k = 1; k <= calls; ++k) {
     SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
     Attempt attempt;
     attempt.host.faults.FailCall(function, k);
-    EXPECT_TRUE(attempt.Sweep());
+    EXPECT_TRUE(attempt.Run());
     EXPECT_EQ(attempt.Output(), attempt.ExpectedOutput());
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
@@ -284,7 +256,7 @@ TEST(SweepFailures, EachFileThatTheHostDoesNotSeeHasItsOwnConsequence) {
     SCOPED_TRACE(std::to_string(k) + ". " + expected.question);
     Attempt attempt;
     attempt.host.faults.FailCall("file_exists", static_cast<int>(k));
-    EXPECT_EQ(attempt.Sweep(), expected.verdict);
+    EXPECT_EQ(attempt.Run(), expected.verdict);
     const auto questions = attempt.host.events.Only({"exists"});
     EXPECT_EQ(questions.at(k - 1), expected.question);
     EXPECT_EQ(attempt.HasStaleOutput(), expected.output == Output::kStale);
@@ -301,12 +273,12 @@ TEST(SweepFailures, EachFileThatTheHostDoesNotSeeHasItsOwnConsequence) {
 // that fails, which got past `reached` but not to `missed`.
 std::vector<std::vector<std::string>> SweepsStoppedBetween(const std::string& reached,
                                                            const std::string& missed) {
-  const int allocations = CallsOfASweep("new");
+  const int allocations = support::CallsOf<Attempt>("new");
   std::vector<std::vector<std::string>> stopped;
   for (int k = 1; k <= allocations; ++k) {
     Attempt attempt;
     attempt.host.faults.FailCall("new", k);
-    EXPECT_FALSE(attempt.Sweep());
+    EXPECT_FALSE(attempt.Run());
     const auto& events = attempt.host.events.Events();
     const auto from = std::find(events.begin(), events.end(), reached);
     if (from == events.end() || std::find(from, events.end(), missed) != events.end()) continue;

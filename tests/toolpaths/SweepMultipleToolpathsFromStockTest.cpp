@@ -3,19 +3,23 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDlgKernel.h"
+#include "support/Attempt.h"
 #include "support/FileBuilder.h"
+#include "support/JobEvents.h"
 #include "support/SweepJobTest.h"
 #include "toolpaths/SweepMultipleToolpathsFromStock.h"
 
 namespace {
 
+using support::Events;
+using support::Joined;
+using support::PathsConverted;
+using support::RegistryAsked;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using ::testing::Not;
-using Events = std::vector<std::string>;
 
 constexpr const char* kOutput = "StockModelOutput.tmp";
 
@@ -25,11 +29,6 @@ const Events kPathsCombined = {"m_fopen_hl QZTUTLA2 job\\ job\\BinaryPaths.tmp w
                                "m_fopen_hl QZTUTLA2 job\\ TmpPathInfo0.tmp rb",
                                "m_fclose QZTUTLA2 job\\TmpPathInfo0.tmp",
                                "m_fclose QZTUTLA2 job\\BinaryPaths.tmp"};
-const Events kPathsConverted = {"fopen job\\BinaryPaths.tmp rb", "fopen job\\BinaryPaths.txt w",
-                                "fclose job\\BinaryPaths.txt", "fclose job\\BinaryPaths.tmp"};
-const Events kRegistryAsked = {
-    "get_REG_KEY", "RegOpen Software\\TestHost\\Configurations\\Variables\\Toolpaths 131097",
-    "GetStringValue Enable Stock Model Data Directory 260", "RegClose"};
 const Events kInputsCopied = {"exists job\\BinaryPaths.txt",
                               "copy job\\BinaryPaths.txt -> keep\\Job1_TmpSaveBinaryPaths.txt",
                               "exists job\\BinaryPaths.tmp",
@@ -40,23 +39,11 @@ const Events kInputsCopied = {"exists job\\BinaryPaths.txt",
 const Events kOldOutputRemoved = {"exists job\\StockModelOutput.tmp",
                                   "remove job\\StockModelOutput.tmp"};
 const Events kKernelMade = {"getcwd 256", "chdir job\\", "IFSweep()"};
-const Events kStockLoaded = {"OpenStockChannel",
-                             "m_fopen QZTUTLA2 job\\StockModelInput.tmp rb",
-                             "stock.Reset",
-                             "stock.AddVertex 1",
-                             "stock.AddVertex 2",
-                             "stock.AddVertex 3",
-                             "stock.AddTriangle 1",
-                             "stock.Close",
-                             "m_fclose QZTUTLA2 job\\StockModelInput.tmp"};
-const Events kRunBegun = {"m_fopen SurfaceXferQZ job\\StockModelOutput.tmp wb",
-                          "SetFiveAxisBufferingLevel 0",
-                          "Run job\\BinaryPaths.tmp",
-                          "output.Reset",
-                          "output.AddVertex 1",
-                          "output.AddVertex 2",
-                          "output.AddVertex 3",
-                          "output.AddTriangle 1"};
+const Events kStockLoaded =
+    Joined({{"OpenStockChannel"}, support::FacetLoaded("stock", "job\\StockModelInput.tmp")});
+const Events kRunBegun = Joined({{"m_fopen SurfaceXferQZ job\\StockModelOutput.tmp wb",
+                                  "SetFiveAxisBufferingLevel 0", "Run job\\BinaryPaths.tmp"},
+                                 support::FacetPlayed()});
 const Events kRunEnded = {"output.Close", "m_fclose SurfaceXferQZ job\\StockModelOutput.tmp",
                           "Run ends"};
 const Events kKernelGone = {"~IFSweep()", "chdir home"};
@@ -66,26 +53,14 @@ const Events kOutputCopied = {
 const Events kOutputMissed = {"exists job\\StockModelOutput.tmp"};
 const Events kVerdict = {"exists job\\StockModelOutput.tmp"};
 
-Events Joined(const std::vector<Events>& stages) {
-  Events all;
-  for (const Events& stage : stages) all.insert(all.end(), stage.begin(), stage.end());
-  return all;
-}
-
-class SweepTest : public support::SweepJobTest {
+class SweepTest : public support::WithCallbacks<support::SweepJobTest> {
  protected:
-  SweepTest() {
-    KeepCopiesApart();
-    callbacks.SetHost(&progress);
-    callbacks.SetWorkDir(WorkDir());
-  }
+  SweepTest() { KeepCopiesApart(); }
 
   bool Sweep() { return SweepMultipleToolpathsFromStock(WorkDir(), &callbacks); }
 
   std::string InJobBytes(const std::string& name) { return support::ReadWholeFile(InJob(name)); }
   std::string InKeepBytes(const std::string& name) { return support::ReadWholeFile(InKeep(name)); }
-
-  UIDlgKernel callbacks;
 };
 
 TEST_F(SweepTest, WholeOrderOfEffectsOfASuccessfulSweep) {
@@ -93,7 +68,7 @@ TEST_F(SweepTest, WholeOrderOfEffectsOfASuccessfulSweep) {
   EXPECT_TRUE(Sweep());
   EXPECT_THAT(
       host.events.Events(),
-      ElementsAreArray(Joined({kPathsCombined, kPathsConverted, kRegistryAsked, kInputsCopied,
+      ElementsAreArray(Joined({kPathsCombined, PathsConverted(), RegistryAsked(), kInputsCopied,
                                kOldOutputRemoved, kKernelMade, kStockLoaded, kRunBegun, kRunEnded,
                                kKernelGone, kOutputCopied, kVerdict})));
 }
@@ -103,15 +78,14 @@ TEST_F(SweepTest, WholeOrderOfEffectsOfAKernelErrorDuringTheRun) {
   kernel.At("output.AddTriangle", support::ScriptedKernel::Progress("Sweeping", 3));
   progress.cancelFrom = 1;
   EXPECT_FALSE(Sweep());
-  const Events cancelled = {"LoadMessage 44", "ShowProgress \"message 44\" 3", "IsCancelled"};
   // Close writes and closes what the channel holds; then the file goes, then the kernel.
   const Events discarded = {"m_fclose SurfaceXferQZ job\\StockModelOutput.tmp",
                             "remove job\\StockModelOutput.tmp"};
   EXPECT_THAT(
       host.events.Events(),
-      ElementsAreArray(Joined({kPathsCombined, kPathsConverted, kRegistryAsked, kInputsCopied,
-                               kOldOutputRemoved, kKernelMade, kStockLoaded, kRunBegun, cancelled,
-                               discarded, kKernelGone, kOutputMissed})));
+      ElementsAreArray(Joined({kPathsCombined, PathsConverted(), RegistryAsked(), kInputsCopied,
+                               kOldOutputRemoved, kKernelMade, kStockLoaded, kRunBegun,
+                               support::Cancelled(44), discarded, kKernelGone, kOutputMissed})));
 }
 
 TEST_F(SweepTest, WholeOrderOfEffectsOfAKernelErrorInTheConstructor) {
@@ -119,12 +93,11 @@ TEST_F(SweepTest, WholeOrderOfEffectsOfAKernelErrorInTheConstructor) {
   kernel.AtCall(1, support::ScriptedKernel::Progress("Sweeping", 3));
   progress.cancelFrom = 1;
   EXPECT_FALSE(Sweep());
-  const Events cancelled = {"LoadMessage 44", "ShowProgress \"message 44\" 3", "IsCancelled"};
   const Events discarded = {"remove job\\StockModelOutput.tmp fails", "chdir home"};
   EXPECT_THAT(host.events.Events(),
-              ElementsAreArray(
-                  Joined({kPathsCombined, kPathsConverted, kRegistryAsked, kInputsCopied,
-                          kOldOutputRemoved, kKernelMade, cancelled, discarded, kOutputMissed})));
+              ElementsAreArray(Joined({kPathsCombined, PathsConverted(), RegistryAsked(),
+                                       kInputsCopied, kOldOutputRemoved, kKernelMade,
+                                       support::Cancelled(44), discarded, kOutputMissed})));
 }
 
 TEST_F(SweepTest, ResultIsWhatTheKernelPlayed) {
@@ -241,8 +214,8 @@ TEST_F(SweepTest, WithoutAStockAStaleOutputDecidesAndStays) {
   EXPECT_THAT(host.events.Events(),
               ElementsAreArray(
                   Joined({kPathsCombined,
-                          kPathsConverted,
-                          kRegistryAsked,
+                          PathsConverted(),
+                          RegistryAsked(),
                           {"exists job\\BinaryPaths.txt",
                            "copy job\\BinaryPaths.txt -> keep\\Job1_TmpSaveBinaryPaths.txt",
                            "exists job\\BinaryPaths.tmp",
