@@ -26,15 +26,15 @@ std::size_t ReadInto(BlockReader* in, std::size_t count, Value* values) {
 }
 
 // `count` values, zeros for those that the file does not have; null when there is no memory. Beyond
-// kFreely the memory grows with what has arrived: a count that is so large and that the file does
-// not live up to is answered like one for which there is no memory.
+// kFreely the memory grows with what has arrived: a count that is so large and of which the file
+// has not even half is answered like one for which there is no memory.
 template <class Value>
 std::unique_ptr<Value[]> ReadValues(BlockReader* in, std::size_t count) {
   constexpr std::size_t kFreely = 1U << 20U;
   std::unique_ptr<Value[]> values;
   std::size_t filled = 0;
   for (std::size_t room = 0; room < count;) {
-    if (filled < room) return nullptr;
+    if (filled < room && 2 * filled < count) return nullptr;
     room = std::min(count, std::max(kFreely, 2 * room));
     std::unique_ptr<Value[]> grown(new (std::nothrow) Value[room]());
     if (grown == nullptr) return nullptr;

@@ -17,7 +17,7 @@ struct CompareBands {
 /// Reads the bands as the host wrote them: stock colour, number of divisions, all colours, all
 /// distances. False when the two numbers are not there, there is no division, or there is no
 /// memory. Colours and distances that the file does not hold are 0, and that is no failure, except
-/// where more than a million of either are announced and most of them missing.
+/// where more than a million (2 to the 20th) are announced and most of either are missing.
 bool ReadCompareBands(FILE* stream, CompareBands* bands);
 
 /// Whether every colour is one that the host has: 0 to 256.

@@ -115,6 +115,23 @@ TEST_F(CompareBandsTest, MillionMissingBandsAreZeros) {
   EXPECT_EQ(std::count(received.distances.begin(), received.distances.end(), 0.0), 1 << 20);
 }
 
+TEST_F(CompareBandsTest, OfMoreThanAMillionBandsHalfMayBeMissing) {
+  constexpr std::int32_t kAnnounced = 3 << 20;
+  const std::vector<std::uint32_t> half(kAnnounced / 2, 9);
+  const std::vector<double> distances(kAnnounced / 2, 0.5);
+  support::Bands announced{7, kAnnounced, half, {}};
+  announced.colours.resize(kAnnounced);
+  announced.distances = distances;
+  std::string bytes = support::CompareInfoBytes(announced);
+  ASSERT_TRUE(Read(bytes));
+  announced.distances.resize(kAnnounced);
+  EXPECT_TRUE(Received() == announced);
+  bytes.pop_back();
+  EXPECT_FALSE(Read(bytes));
+  EXPECT_FALSE(
+      Read(support::CompareInfoBytes({7, kAnnounced, {half.begin() + 1, half.end()}, {}})));
+}
+
 TEST_F(CompareBandsTest, MoreThanAMillionBandsAreReadWhole) {
   support::Bands many{1, (1 << 21) + 5, {}, {}};
   for (std::int32_t i = 0; i < many.divisions; ++i) {
@@ -173,6 +190,23 @@ TEST_F(CompareBandsTest, HalfPrintsAsEightBlanksAndTwelveCharacters) {
   EXPECT_EQ(Text(),
             support::TextFileBytes("Stock model color 1\nNumber of divisions 1\nColor[0] = 2\n" +
                                    line + "\n"));
+}
+
+TEST_F(CompareBandsTest, LongestNumbersHaveTheirPlaceInALine) {
+  constexpr double kLowest = -0x1p1023;  // with its 308 digits
+  EXPECT_TRUE(Read(support::CompareInfoBytes(
+      {256, 200, std::vector<std::uint32_t>(200), std::vector<double>(200, kLowest)})));
+  const std::string digits =
+      "-89884656743115795386465259539451236680898848947115328636715040578866337902750481566354238"
+      "661203768010560056939935696678829394884407208311246423715319737062188883946712432742638151"
+      "109800623047059726541476042502884419075341171231440736956555270413618581675255342293149119"
+      "973622969239858152417678164812112068608.0000000000";
+  std::string expected = "Stock model color 256\nNumber of divisions 200\n";
+  for (int i = 0; i < 200; ++i) expected += "Color[" + std::to_string(i) + "] = 0\n";
+  for (int i = 0; i < 200; ++i) {
+    expected += "Distance[" + std::to_string(i) + "] = " + digits + "\n";
+  }
+  EXPECT_TRUE(Text() == support::TextFileBytes(expected));
 }
 
 TEST_F(CompareBandsTest, TextOfMoreBandsThanABlockHoldsIsWhole) {
