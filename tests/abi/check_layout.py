@@ -123,6 +123,13 @@ class Layout(unittest.TestCase):
                 "?Run@IFHeal@@QEAAXNPEAD0@Z"):
             self.assertIn(expected, names)
 
+    def test_exports_have_plain_names(self):
+        names = self.imported_names()
+        for expected in ("m_version", "m_main", "qztutlSweepMultipleToolpathsFromStock",
+                         "qztutlSweepPartStockCompare", "qztutlStockModelCompress",
+                         "qztutlFilterStockByColor", "qztutl_heal"):
+            self.assertIn(expected, names)
+
     def test_host_services_of_the_status_bar_have_their_decorated_names(self):
         names = self.imported_names()
         for expected in ("?KeyPress@@YA_NF@Z", "?UpdateStatusBarText@@YAXPEBD@Z",

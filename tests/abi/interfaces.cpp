@@ -1,5 +1,6 @@
 // Compiled for the Visual C++ target, never linked: makes the compiler lay out every class of the
 // binary contract and name every function that crosses a module's border.
+#include "addin/exports.h"
 #include "callbacks/UIDialog.h"
 #include "callbacks/UIDialogQZC.h"
 #include "callbacks/UIDlgKernel.h"
@@ -67,4 +68,14 @@ void CallHost() {
   UpdateStatusBarText("");
   clearprompt();
   cleartext();
+}
+
+void CallExports(HostProgress* progress, char* path, unsigned char* colours, bool* succeeded) {
+  m_version();
+  m_main();
+  qztutlSweepMultipleToolpathsFromStock("", progress, succeeded);
+  qztutlSweepPartStockCompare("", progress, succeeded);
+  qztutlStockModelCompress("", "", "", progress, 0.0, succeeded);
+  qztutlFilterStockByColor(path, path, 0, colours, succeeded);
+  qztutl_heal(0.0, path, path, succeeded);
 }
