@@ -95,7 +95,7 @@ TEST_F(CompressExportTest, ArgumentsArriveAndTheVerdictOfASuccessIsTrue) {
   succeeded = false;
   Compress();
   EXPECT_TRUE(succeeded);
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
 }
 
 TEST_F(CompressExportTest, VerdictOfAFailureIsFalse) {

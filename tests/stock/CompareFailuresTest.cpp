@@ -3,8 +3,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "stock/SweepPartStockCompare.h"
@@ -117,22 +119,62 @@ TEST(CompareFailures, ForeignExceptionAtEveryKernelCallPassesOnWithoutTheLastCop
   }
 }
 
+// What one failing call leads to. The copies by their letters: part (p), stock (s), the bands'
+// text, whole (t) or empty (e), the last copy (l), the record of a fatal error (r).
 struct Outcome {
   bool verdict;
   const char* results;  // null: none; otherwise what the file holds, empty for the whole result
+  const char* copies;
 };
 
-constexpr Outcome kWhole{true, ""};
-constexpr Outcome kHeader{true, kHeaderOnly};
-constexpr Outcome kNoFile{true, nullptr};
-constexpr Outcome kFailed{false, nullptr};
+constexpr Outcome kWhole{true, "", "pstl"};
+constexpr Outcome kHeader{true, kHeaderOnly, "pstl"};
+constexpr Outcome kHeaderAndRecord{true, kHeaderOnly, "pstlr"};
+constexpr Outcome kNoFile{true, nullptr, "pst"};
+constexpr Outcome kNoBands{false, nullptr, "pse"};
 
 struct Fault {
   const char* function;
   std::vector<Outcome> outcomes;  // of the call failing for the first time, the second and so on
+  bool copiesLieInJob = false;
 };
 
 void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.function; }
+
+const std::string& Record() {
+  static const std::string record =
+      support::TextFileBytes("\nError Message Received:\nThe output has no memory.\n");
+  return record;
+}
+
+Attempt::Files CopiesOf(const Attempt& attempt, const std::string& letters) {
+  const Attempt::Files whole = attempt.CopiesWith(support::TwoBandsText(), true);
+  const std::map<char, std::string> names{{'p', "Job1_TmpSaveComparePart.iff"},
+                                          {'s', "Job1_TmpSaveCompareStock.iff"},
+                                          {'t', "Job1_TmpSaveCompareInfo.txt"},
+                                          {'l', "Job1_TmpSaveCompareResults.iff"}};
+  Attempt::Files copies;
+  for (const char letter : letters) {
+    if (letter == 'e') {
+      copies[names.at('t')] = "";
+    } else if (letter == 'r') {
+      copies["Job1_TmpSaveErrorCapture.txt"] = Record();
+    } else {
+      copies[names.at(letter)] = whole.at(names.at(letter));
+    }
+  }
+  return copies;
+}
+
+Attempt::Files JobFilesOf(const Attempt& attempt, const Outcome& outcome) {
+  Attempt::Files files = attempt.JobFilesWith("");
+  if (outcome.results != nullptr) {
+    const std::string results = outcome.results;
+    files["CompareResults.iff"] = results.empty() ? attempt.ResultBytes() : results;
+  }
+  if (std::string(outcome.copies).ends_with('r')) files["ErrorCapture.txt"] = Record();
+  return files;
+}
 
 class CompareFaults : public ::testing::TestWithParam<Fault> {};
 
@@ -143,15 +185,13 @@ TEST_P(CompareFaults, EachCallFailingInTurnHasItsOwnOutcome) {
     SCOPED_TRACE(std::string(fault.function) + " " + std::to_string(k));
     const Outcome& expected = fault.outcomes[k - 1];
     Attempt attempt;
+    Attempt::Files job = JobFilesOf(attempt, expected);
+    Attempt::Files keep = CopiesOf(attempt, expected.copies);
+    if (fault.copiesLieInJob) job.merge(std::exchange(keep, {}));
     attempt.host.faults.FailCall(fault.function, static_cast<int>(k));
     EXPECT_EQ(attempt.Run(), expected.verdict);
-    const Attempt::Files job = attempt.InJobNow();
-    if (expected.results == nullptr) {
-      EXPECT_FALSE(job.contains("CompareResults.iff"));
-    } else {
-      const std::string results = expected.results;
-      EXPECT_EQ(job.at("CompareResults.iff"), results.empty() ? attempt.ResultBytes() : results);
-    }
+    EXPECT_EQ(attempt.InJobNow(), job);
+    EXPECT_EQ(attempt.InKeepNow(), keep);
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
     attempt.ExpectNextComparisonWorks();
@@ -162,25 +202,35 @@ INSTANTIATE_TEST_SUITE_P(
     Functions, CompareFaults,
     ::testing::Values(
         // No text; no bands.
-        Fault{"m_fopen_hl", {kWhole, kFailed}}, Fault{"m_fopen_hl status", {kWhole, kFailed}},
+        Fault{"m_fopen_hl", {{true, "", "psl"}, kNoBands}},
+        Fault{"m_fopen_hl status", {kWhole, kNoBands}},
         // No results, but a comparison that ends well; part; stock.
         Fault{"m_fopen", {kNoFile, kHeader, kHeader}},
         // Bands; part; stock.
-        Fault{"fread", {kFailed, kHeader, kHeader}},
+        Fault{"fread", {kNoBands, kHeader, kHeader}},
         // Text; the results' header, and with it the file; their body.
-        Fault{"fwrite", {kWhole, kNoFile, kNoFile}},
+        Fault{"fwrite", {{true, "", "psel"}, kNoFile, kNoFile}},
         // Of the results only.
         Fault{"fflush", {kNoFile}},
         // Part; stock; the part once more, which is the verdict.
-        Fault{"CopyFileA", {kWhole, kWhole, {false, ""}}},
+        Fault{"CopyFileA", {{true, "", "stl"}, {true, "", "ptl"}, {false, "", "pst"}}},
         // Old results, which are overwritten.
         Fault{"remove", {kWhole}},
         // Colours; distances; results; kernel; handles of part and stock; the answer's blocks, for
         // want of which the kernel gives up.
-        Fault{"new", {kFailed, kFailed, kFailed, kHeader, kHeader, kHeader, kHeader, kHeader}},
-        Fault{"RegOpen", {kWhole}}, Fault{"GetStringValue", {kWhole}},
+        Fault{"new",
+              {kNoBands,
+               kNoBands,
+               {false, nullptr, "pst"},
+               kHeader,
+               kHeader,
+               kHeader,
+               kHeaderAndRecord,
+               kHeaderAndRecord}},
+        Fault{"RegOpen", {kWhole}, true}, Fault{"GetStringValue", {kWhole}, true},
         // Old results, overwritten; no part; no stock; results that are not seen at the end.
-        Fault{"file_exists", {kWhole, kNoFile, kFailed, kWhole}}));
+        Fault{"file_exists",
+              {kWhole, {true, nullptr, ""}, {false, nullptr, ""}, {true, "", "pst"}}}));
 
 TEST(CompareFailures, ResultsThatTheHostDoesNotSeeAreNotCopiedAndTheComparisonDecides) {
   Attempt attempt;

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -32,9 +33,11 @@ class Attempt : public support::Attempt<support::CompressJobTest> {
   }
 
   using CompressJobTest::Files;
-  using CompressJobTest::FilesInJob;
-  using CompressJobTest::InputAnd;
+  using CompressJobTest::InputAndPath;
+  using CompressJobTest::InputBytes;
+  using CompressJobTest::IsAtHome;
   using CompressJobTest::JobPathBytes;
+  using CompressJobTest::JobPathText;
   using CompressJobTest::ResultBytes;
 };
 
@@ -54,10 +57,10 @@ TEST(CompressFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
     EXPECT_FALSE(attempt.Run());
-    Attempt::Files files = attempt.InputAnd(Attempt::JobPathBytes(), "");
+    Attempt::Files files = attempt.InputAndPath();
     files["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
     files["Job1_TmpSaveErrorCapture.txt"] = files["ErrorCapture.txt"];
-    EXPECT_EQ(attempt.FilesInJob(), files);
+    EXPECT_EQ(attempt.InJobNow(), files);
     EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
     attempt.ExpectTidy();
@@ -77,7 +80,7 @@ TEST(CompressFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecor
     attempt.progress.cancelOnlyAt = k;
     EXPECT_FALSE(attempt.Run());
     EXPECT_EQ(attempt.progress.Questions(), k);
-    EXPECT_EQ(attempt.FilesInJob(), attempt.InputAnd(Attempt::JobPathBytes(), ""));
+    EXPECT_EQ(attempt.InJobNow(), attempt.InputAndPath());
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[static_cast<std::size_t>(k - 1) / 2]));
     attempt.ExpectTidy();
     attempt.ExpectNextOneWorks();
@@ -91,10 +94,10 @@ TEST(CompressFailures, ForeignExceptionAtEveryKernelCallPassesOnAndLeavesTheFile
     Attempt attempt;
     attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
     EXPECT_THROW(attempt.Run(), std::runtime_error);
-    std::string output;
-    if (k > 8) output = "binary surface";  // from Run on there is a channel
-    if (calls[k - 1] == "Run ends") output = attempt.ResultBytes();
-    EXPECT_EQ(attempt.FilesInJob(), attempt.InputAnd(Attempt::JobPathBytes(), output));
+    Attempt::Files files = attempt.InputAndPath();
+    if (k > 8) files["out.iff"] = "binary surface";  // from Run on there is a channel
+    if (calls[k - 1] == "Run ends") files["out.iff"] = attempt.ResultBytes();
+    EXPECT_EQ(attempt.InJobNow(), files);
     EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
     EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
     attempt.ExpectTidy();
@@ -102,61 +105,85 @@ TEST(CompressFailures, ForeignExceptionAtEveryKernelCallPassesOnAndLeavesTheFile
   }
 }
 
-// Calls without which there is no result; each failure ends in false and no output.
-class CompressFatalFaults : public ::testing::TestWithParam<const char*> {};
+// What one failing call leads to. Of the files beside the input, by their letters: the path, whole
+// (p) or empty (e); its text, whole (t) or empty (u); the output (o); the record of a fatal error
+// and its copy (r).
+struct Outcome {
+  bool verdict;
+  const char* files;
+  bool endsAtHome = true;
+};
 
-TEST_P(CompressFatalFaults, EachCallFailingInTurnLeavesNoOutput) {
-  const std::string function = GetParam();
-  const int calls = support::CallsOf<Attempt>(function);
-  ASSERT_GT(calls, 0);
-  for (int k = 1; k <= calls; ++k) {
-    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
+struct Fault {
+  const char* function;
+  std::vector<Outcome> outcomes;  // of the call failing for the first time, the second and so on
+};
+
+void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.function; }
+
+Attempt::Files FilesOf(const Attempt& attempt, const std::string& letters) {
+  const std::string record =
+      support::TextFileBytes("\nError Message Received:\nThe output has no memory.\n");
+  const std::map<char, Attempt::Files> files{
+      {'p', {{"BinaryPaths.tmp", Attempt::JobPathBytes()}}},
+      {'e', {{"BinaryPaths.tmp", ""}}},
+      {'t', {{"BinaryPaths.txt", Attempt::JobPathText()}}},
+      {'u', {{"BinaryPaths.txt", ""}}},
+      {'o', {{"out.iff", attempt.ResultBytes()}}},
+      {'r', {{"ErrorCapture.txt", record}, {"Job1_TmpSaveErrorCapture.txt", record}}}};
+  Attempt::Files all{{"in.iff", attempt.InputBytes()}};
+  for (const char letter : letters) {
+    Attempt::Files some = files.at(letter);
+    all.merge(some);
+  }
+  return all;
+}
+
+class CompressFaults : public ::testing::TestWithParam<Fault> {};
+
+TEST_P(CompressFaults, EachCallFailingInTurnHasItsOwnOutcome) {
+  const Fault& fault = GetParam();
+  ASSERT_EQ(support::CallsOf<Attempt>(fault.function), static_cast<int>(fault.outcomes.size()));
+  for (std::size_t k = 1; k <= fault.outcomes.size(); ++k) {
+    SCOPED_TRACE(std::string(fault.function) + " " + std::to_string(k));
+    const Outcome& expected = fault.outcomes[k - 1];
     Attempt attempt;
-    attempt.host.faults.FailCall(function, k);
-    EXPECT_FALSE(attempt.Run());
-    EXPECT_FALSE(attempt.JobHas("out.iff"));
+    attempt.host.faults.FailCall(fault.function, static_cast<int>(k));
+    EXPECT_EQ(attempt.Run(), expected.verdict);
+    EXPECT_EQ(attempt.InJobNow(), FilesOf(attempt, expected.files));
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
-    attempt.ExpectTidy();
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    EXPECT_EQ(attempt.IsAtHome(), expected.endsAtHome);
     attempt.ExpectNextOneWorks();
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Functions, CompressFatalFaults,
-                         ::testing::Values("m_fopen_hl", "m_fopen_hl status", "m_fopen", "fopen",
-                                           "fread", "fwrite", "fflush", "new"));
-
-// Calls whose failure does not matter to the result.
-class CompressSurvivableFaults : public ::testing::TestWithParam<const char*> {};
-
-TEST_P(CompressSurvivableFaults, EachCallFailingInTurnLeavesTheRightOutput) {
-  const std::string function = GetParam();
-  const int calls = support::CallsOf<Attempt>(function);
-  ASSERT_GT(calls, 0);
-  for (int k = 1; k <= calls; ++k) {
-    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
-    Attempt attempt;
-    attempt.host.faults.FailCall(function, k);
-    EXPECT_TRUE(attempt.Run());
-    EXPECT_EQ(attempt.FilesInJob(),
-              attempt.InputAnd(Attempt::JobPathBytes(), attempt.ResultBytes()));
-    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Functions, CompressSurvivableFaults,
-                         ::testing::Values("fclose", "remove", "GetCurrentDirectoryA"));
-
-TEST(CompressFailures, FileThatTheHostDoesNotSeeHasItsOwnConsequence) {
-  // The old output is overwritten instead of removed; the new one is not found.
-  const bool verdicts[] = {true, false};
-  for (int k = 1; k <= 2; ++k) {
-    Attempt attempt;
-    attempt.host.faults.FailCall("file_exists", k);
-    EXPECT_EQ(attempt.Run(), verdicts[k - 1]);
-    EXPECT_EQ(attempt.FilesInJob(),
-              attempt.InputAnd(Attempt::JobPathBytes(), attempt.ResultBytes()));
-  }
-}
+INSTANTIATE_TEST_SUITE_P(
+    Functions, CompressFaults,
+    ::testing::Values(
+        // Input; path, which is there but empty when the host calls it unopened.
+        Fault{"m_fopen_hl", {{false, ""}, {false, ""}}},
+        Fault{"m_fopen_hl status", {{false, ""}, {false, "e"}}},
+        // Stock; output.
+        Fault{"m_fopen", {{false, "pt"}, {false, "pt"}}},
+        // Path to be converted; its text.
+        Fault{"fopen", {{false, "p"}, {false, "p"}}},
+        // Input; path; stock.
+        Fault{"fread", {{false, ""}, {false, "pu"}, {false, "pt"}}},
+        // Path; text; the output's header, and with it the file; its body.
+        Fault{"fwrite", {{false, "e"}, {false, "pu"}, {false, "pt"}, {false, "pt"}}},
+        // Path; text; output. All had been written.
+        Fault{"fflush", {{false, "p"}, {false, "pt"}, {false, "pt"}}},
+        // Kernel; handles; channel; the answer's blocks, for want of which the kernel gives up.
+        Fault{"new", {{false, "pt"}, {false, "pt"}, {false, "pt"}, {false, "ptr"}, {false, "ptr"}}},
+        Fault{"fclose", {{true, "pto"}, {true, "pto"}}},
+        // Old output, which is overwritten.
+        Fault{"remove", {{true, "pto"}}},
+        // Old output, overwritten as well; an output that is not seen at the end.
+        Fault{"file_exists", {{true, "pto"}, {false, "pto"}}},
+        // A directory that is not known cannot be put back.
+        Fault{"GetCurrentDirectoryA", {{true, "pto", false}}},
+        // Not entered: the input's bare name means nothing there. Not left.
+        Fault{"SetCurrentDirectoryA", {{false, "pt"}, {true, "pto", false}}}));
 
 }  // namespace

@@ -47,9 +47,10 @@ class CompressTest : public support::WithCallbacks<support::CompressJobTest> {
     return StockModelCompress(WorkDir(), "in.iff", outputName, &callbacks, kTolerance);
   }
 
-  // Ended before the kernel and the change of directory, with nothing of it left but the path.
-  void ExpectEndedEarlyWith(const std::string& path) {
-    EXPECT_EQ(FilesInJob(), InputAnd(path, ""));
+  // Ended before the kernel and the change of directory; `made` is left of it beside the input.
+  void ExpectEndedEarlyWith(Files made) {
+    made.merge(InputFile());
+    EXPECT_EQ(FilesInJob(), made);
     EXPECT_THAT(kernel.CallNames(), IsEmpty());
     EXPECT_THAT(host.events.Only({"getcwd", "chdir"}), IsEmpty());
     EXPECT_THAT(host.OpenStreams(), IsEmpty());
@@ -89,10 +90,7 @@ TEST_F(CompressTest, WholeOrderOfEffectsOfAKernelErrorBeforeThereIsAChannel) {
 
 TEST_F(CompressTest, FilesAfterASuccess) {
   EXPECT_TRUE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
-  EXPECT_THAT(
-      support::ReadTextFile(InJob("BinaryPaths.txt")),
-      ::testing::HasSubstr("        4.0000000000         5.0000000000         8.5000000000"));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
   EXPECT_THAT(support::NamesIn(InKeep("")), IsEmpty());
   EXPECT_THAT(host.OpenStreams(), IsEmpty());
   EXPECT_TRUE(IsAtHome());
@@ -129,6 +127,11 @@ TEST_F(CompressTest, PathLiesTenTolerancesAboveTheFirstOfTheHighestVertices) {
   EXPECT_EQ(support::ReadWholeFile(InJob("BinaryPaths.tmp")), PathBytes(0.01, {2, 3, 20.1}));
 }
 
+TEST_F(CompressTest, WithoutATolerancePathTouchesTheHighestVertex) {
+  EXPECT_TRUE(StockModelCompress(WorkDir(), "in.iff", OutputName(), &callbacks, 0.0));
+  EXPECT_EQ(support::ReadWholeFile(InJob("BinaryPaths.tmp")), PathBytes(0.0, {4, 5, 6}));
+}
+
 TEST_F(CompressTest, WithoutAnOldOutputNothingIsRemoved) {
   std::filesystem::remove(InJob("out.iff"));
   EXPECT_TRUE(Compress());
@@ -138,7 +141,7 @@ TEST_F(CompressTest, WithoutAnOldOutputNothingIsRemoved) {
 TEST_F(CompressTest, OldOutputThatCannotBeRemovedIsOverwritten) {
   host.faults.FailCall("remove", 1);
   EXPECT_TRUE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
 }
 
 // The input
@@ -162,14 +165,24 @@ TEST_F(CompressTest, InputThatIsMissingAndAnOldOutputThatStaysAreASuccess) {
 TEST_F(CompressTest, InputThatTheHostCallsUnopenedIsNotRead) {
   host.faults.FailCall("m_fopen_hl status", 1);
   EXPECT_FALSE(Compress());
-  ExpectEndedEarlyWith("");
+  ExpectEndedEarlyWith({});
   EXPECT_EQ(host.faults.Calls("fread"), 0);
 }
 
-TEST_F(CompressTest, HostThatWritesTheStatusOfFailuresOnlyWillDo) {
-  host.statusWrites = support::TestHost::StatusWrites::kOnlyOnFailure;
-  EXPECT_TRUE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
+TEST_F(CompressTest, HostThatDoesNotWriteTheStatusOfAGoodOpenWillDo) {
+  using StatusWrites = support::TestHost::StatusWrites;
+  for (const StatusWrites writes : {StatusWrites::kOnlyOnFailure, StatusWrites::kNever}) {
+    host.statusWrites = writes;
+    EXPECT_TRUE(Compress());
+    EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
+  }
+}
+
+TEST_F(CompressTest, InputWithoutAStreamIsNotReadWhateverTheStatus) {
+  host.statusWrites = support::TestHost::StatusWrites::kNever;
+  host.faults.FailCall("m_fopen_hl", 1);
+  EXPECT_FALSE(Compress());
+  ExpectEndedEarlyWith({});
 }
 
 TEST_F(CompressTest, InputCutInFrontOfItsTrianglesWritesNoPath) {
@@ -178,7 +191,7 @@ TEST_F(CompressTest, InputCutInFrontOfItsTrianglesWritesNoPath) {
     SCOPED_TRACE(length);
     WriteInput(whole.substr(0, length));
     EXPECT_FALSE(Compress());
-    ExpectEndedEarlyWith("");
+    ExpectEndedEarlyWith({});
   }
 }
 
@@ -194,14 +207,14 @@ TEST_F(CompressTest, InputWithoutVerticesWritesNoPath) {
     support::FileBuilder file;
     WriteInput(file.Text("binary surface").Int32(count).Int32(1).Doubles({1, 2, 3}).Bytes());
     EXPECT_FALSE(Compress());
-    ExpectEndedEarlyWith("");
+    ExpectEndedEarlyWith({});
   }
 }
 
 TEST_F(CompressTest, HeaderOfTheInputIsNotLookedAt) {
   WriteInput("another header" + InputBytes().substr(14));
   EXPECT_TRUE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
 }
 
 TEST_F(CompressTest, TriangleCountIsNoticedWhenTheStockIsLoaded) {
@@ -209,7 +222,7 @@ TEST_F(CompressTest, TriangleCountIsNoticedWhenTheStockIsLoaded) {
   bytes.replace(18, 4, std::string(4, '\0'));
   WriteInput(bytes);
   EXPECT_FALSE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ""));
+  EXPECT_EQ(FilesInJob(), InputAndPath());
   EXPECT_THAT(host.events.Events(), ElementsAreArray(Joined({kOldOutputRemoved,
                                                              kInputOpened,
                                                              kInputClosed,
@@ -232,21 +245,19 @@ TEST_F(CompressTest, InputThatIsTheOutputIsLost) {
 TEST_F(CompressTest, PathThatCannotBeOpenedEndsTheJob) {
   host.faults.FailCall("m_fopen_hl", 2);
   EXPECT_FALSE(Compress());
-  ExpectEndedEarlyWith("");
+  ExpectEndedEarlyWith({});
 }
 
 TEST_F(CompressTest, PathThatCannotBeWrittenEndsTheJobWithWhatFitted) {
   host.faults.LimitDisk(100);
   EXPECT_FALSE(Compress());
-  ExpectEndedEarlyWith(JobPathBytes().substr(0, 100));
-  EXPECT_FALSE(JobHas("BinaryPaths.txt"));
+  ExpectEndedEarlyWith({{"BinaryPaths.tmp", JobPathBytes().substr(0, 100)}});
 }
 
 TEST_F(CompressTest, PathThatCannotBeConvertedEndsTheJob) {
   host.faults.FailCall("fopen", 2);
   EXPECT_FALSE(Compress());
-  ExpectEndedEarlyWith(JobPathBytes());
-  EXPECT_FALSE(JobHas("BinaryPaths.txt"));
+  ExpectEndedEarlyWith({{"BinaryPaths.tmp", JobPathBytes()}});
 }
 
 // The output
@@ -254,7 +265,7 @@ TEST_F(CompressTest, PathThatCannotBeConvertedEndsTheJob) {
 TEST_F(CompressTest, OutputExistsAsSoonAsItsChannelDoesWhateverTheKernelPlays) {
   kernel.closesOutput = false;
   EXPECT_TRUE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), kHeaderOnly));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(kHeaderOnly));
   EXPECT_THAT(host.events.Only({"m_fclose SurfaceXferQZ", "Run ends", "~IFSweep"}),
               ElementsAre("Run ends", "m_fclose SurfaceXferQZ job\\out.iff", "~IFSweep()"));
   EXPECT_THAT(host.OpenStreams(), IsEmpty());
@@ -264,14 +275,13 @@ TEST_F(CompressTest, EmptyResultIsAResult) {
   kernel.result = {};
   EXPECT_TRUE(Compress());
   EXPECT_EQ(FilesInJob(),
-            InputAnd(JobPathBytes(),
-                     support::FileBuilder().Text("binary surface").Int32(0).Int32(0).Bytes()));
+            InputPathAnd(support::FileBuilder().Text("binary surface").Int32(0).Int32(0).Bytes()));
 }
 
 TEST_F(CompressTest, OutputThatCannotBeCreatedIsFalseAlthoughTheKernelRuns) {
   host.faults.FailCall("m_fopen", 2);
   EXPECT_FALSE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ""));
+  EXPECT_EQ(FilesInJob(), InputAndPath());
   EXPECT_THAT(kernel.CallNames(), Contains("Run ends"));
 }
 
@@ -279,7 +289,7 @@ TEST_F(CompressTest, DiskFullWhileTheOutputIsWrittenIsFalse) {
   EXPECT_TRUE(Compress());
   host.faults.LimitDisk(host.faults.BytesWritten() - 1);
   EXPECT_FALSE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ""));
+  EXPECT_EQ(FilesInJob(), InputAndPath());
 }
 
 TEST_F(CompressTest, FiveAxisBufferingIsLeftAlone) {
@@ -295,7 +305,7 @@ TEST_F(CompressTest, RelativeOutputIsRemovedAndMissedInTheCallersDirectoryAndMad
   support::WriteWholeFile(InKeep("out.iff"), "the caller's");
   EXPECT_FALSE(CompressTo("out.iff"));
   EXPECT_THAT(support::NamesIn(InKeep("")), IsEmpty());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
   EXPECT_THAT(host.events.Only({"exists", "remove", "chdir", "m_fopen Surf"}),
               ElementsAre("exists out.iff", "remove out.iff", "chdir job\\",
                           "m_fopen SurfaceXferQZ out.iff wb", "chdir keep", "exists out.iff"));
@@ -304,7 +314,7 @@ TEST_F(CompressTest, RelativeOutputIsRemovedAndMissedInTheCallersDirectoryAndMad
 TEST_F(CompressTest, RelativeOutputIsASuccessWhenTheCallerIsInTheWorkingDirectory) {
   std::filesystem::current_path(InJob(""));
   EXPECT_TRUE(CompressTo("out.iff"));
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ResultBytes()));
+  EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
 }
 
 TEST_F(CompressTest, KernelErrorRemovesARelativeOutputFromTheWorkingDirectory) {
@@ -312,7 +322,7 @@ TEST_F(CompressTest, KernelErrorRemovesARelativeOutputFromTheWorkingDirectory) {
   kernel.At("Run", support::ScriptedKernel::Progress("Sweeping", 3));
   progress.cancelFrom = 1;
   EXPECT_FALSE(CompressTo("out.iff"));
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ""));
+  EXPECT_EQ(FilesInJob(), InputAndPath());
 }
 
 TEST_F(CompressTest, KernelErrorIsAFailureAlsoWhenTheCallerHasAFileOfThatName) {
@@ -325,13 +335,22 @@ TEST_F(CompressTest, KernelErrorIsAFailureAlsoWhenTheCallerHasAFileOfThatName) {
   EXPECT_EQ(support::ReadWholeFile(InKeep("out.iff")), "made meanwhile");
 }
 
+TEST_F(CompressTest, KernelErrorIsAFailureAlsoWhenItsOutputCannotBeRemoved) {
+  // What the channel holds by then is written.
+  kernel.At("output.AddTriangle", support::ScriptedKernel::Progress("Sweeping", 3));
+  progress.cancelFrom = 1;
+  host.faults.FailCall("remove", 2);
+  EXPECT_FALSE(Compress());
+  EXPECT_EQ(FilesInJob(), InputPathAnd(support::BinarySurfaceBytes({kernel.result.vertices, {}})));
+}
+
 // The directory
 
 TEST_F(CompressTest, DirectoryThatCannotBeEnteredIsNotNoticedBeforeTheInputIsMissed) {
   // The input's bare name means nothing in the caller's directory.
   host.faults.FailCall("SetCurrentDirectoryA", 1);
   EXPECT_FALSE(Compress());
-  EXPECT_EQ(FilesInJob(), InputAnd(JobPathBytes(), ""));
+  EXPECT_EQ(FilesInJob(), InputAndPath());
   EXPECT_TRUE(IsAtHome());
 }
 

@@ -120,6 +120,37 @@ TEST_F(CompareTest, OlderCopiesAreOverwritten) {
   EXPECT_EQ(InKeepNow(), CopiesWith(support::TwoBandsText(), true));
 }
 
+TEST_F(CompareTest, WithoutADirectoryForTheCopiesTheResultIsThereAndTheVerdictFalse) {
+  std::filesystem::remove_all(InKeep(""));
+  EXPECT_FALSE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(ResultBytes()));
+  EXPECT_THAT(kernel.CallNames(), Contains("Compare ends"));
+}
+
+TEST_F(CompareTest, WithoutADirectoryForTheCopiesNothingIsComparedWhenTheHostWritesFailuresOnly) {
+  std::filesystem::remove_all(InKeep(""));
+  host.statusWrites = StatusWrites::kOnlyOnFailure;
+  EXPECT_FALSE(Compare());
+  EXPECT_EQ(InJobNow(), JobFilesWith(""));
+  EXPECT_THAT(kernel.CallNames(), IsEmpty());
+}
+
+TEST_F(CompareTest, NamesFollowTheWorkingDirectoryAsItStands) {
+  // Without its backslash "Job1" becomes the beginning of the names.
+  for (const auto& [name, bytes] : JobFilesWith("")) {
+    support::WriteWholeFile(InJob("../Job1" + name), bytes);
+    RemoveFromJob(name);
+  }
+  const CString workDir = WorkDir().Left(WorkDir().GetLength() - 1);
+  EXPECT_TRUE(SweepPartStockCompare(workDir, &callbacks));
+  EXPECT_EQ(support::ReadWholeFile(InJob("../Job1CompareResults.iff")), ResultBytes());
+  Files copies;
+  for (const auto& [name, bytes] : CopiesWith(support::TwoBandsText(), true)) {
+    copies["Job_" + name.substr(5)] = bytes;
+  }
+  EXPECT_EQ(InKeepNow(), copies);
+}
+
 TEST_F(CompareTest, CurrentDirectoryIsLeftAlone) {
   EXPECT_TRUE(Compare());
   EXPECT_THAT(host.events.Only({"getcwd", "chdir"}), IsEmpty());

@@ -29,12 +29,15 @@ class CompressJobTest : public JobTest {
   static std::string PathBytes(double tolerance, const std::array<double, 3>& point);
   /// That of the job, ten tolerances above its highest vertex.
   static std::string JobPathBytes() { return PathBytes(kTolerance, {4, 5, 8.5}); }
+  /// Its text, as a file holds it.
+  static std::string JobPathText();
 
   using Files = std::map<std::string, std::string>;
-  /// All files, without the text of the path.
-  Files FilesInJob() const;
-  /// What they must be: the input, the path when there is one, the output when there is one.
-  Files InputAnd(const std::string& path, const std::string& output) const;
+  Files FilesInJob() const { return FilesIn(InJob("")); }
+  /// What they must be: the input alone; with the path and its text; and with an output.
+  Files InputFile() const;
+  Files InputAndPath() const;
+  Files InputPathAnd(const std::string& output) const;
 
   ScriptedKernel kernel;
 };
