@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "kernel/common/Vec3.h"
-#include "kernel/sweep/DexelModel.h"
 
 namespace kernel {
 

@@ -12,6 +12,7 @@
 #include "kernel/common/FatalError.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/common/Workers.h"
+#include "kernel/compress/CompressMesh.h"
 #include "kernel/sweep/MeshModel.h"
 #include "kernel/sweep/PathMoves.h"
 #include "kernel/sweep/PlayMesh.h"
@@ -25,7 +26,9 @@ namespace kernel {
 namespace {
 
 constexpr double kDefaultTolerance = 1e-4;  // of the stock's diagonal
-constexpr double kSliver = 1e-11;           // of the stock's diagonal
+// Shares of the stock's diagonal.
+constexpr double kSliver = 1e-11;
+constexpr double kLeastHeight = 1e-9;
 
 PathMoves ReadMoves(const std::string& pathFile, Reporter& reporter) {
   reporter.BeginStage("Reading toolpaths", 0, 2);
@@ -95,7 +98,15 @@ bool Subtract(const PathMoves& moves, const Box3& box, DexelModel& model, Report
   return removed;
 }
 
-CutMesh UncutStock(const StockMesh& stock) {
+double CompressTolerance(const PathMoves& moves) {
+  double smallest = std::numeric_limits<double>::infinity();
+  for (const SweepPath& path : moves.Paths()) {
+    smallest = std::min(smallest, path.compressTolerance);
+  }
+  return std::isfinite(smallest) ? smallest : 0;
+}
+
+CutMesh AsCutMesh(const StockMesh& stock) {
   const StockMesh parted = WithOwnVertices(stock);
   CutMesh mesh;
   mesh.vertices = parted.vertices;
@@ -106,14 +117,35 @@ CutMesh UncutStock(const StockMesh& stock) {
   return mesh;
 }
 
+// Merges what is within the tolerance, in a closed edge-manifold mesh.
+CutMesh Compress(CutMesh mesh, double tolerance, double diagonal, Reporter& reporter) {
+  if (tolerance <= kSliver * diagonal || mesh.facets.empty()) return mesh;
+  reporter.BeginStage("Compressing surface", 85, 95);
+  CutMesh merged;
+  RunAside(reporter, [&](const Tell& tell) {
+    merged = CompressMesh(std::move(mesh), tolerance, kLeastHeight * diagonal, tell);
+  });
+  reporter.EndStage();
+  return merged;
+}
+
+CutMesh UncutStock(const PreparedStock& stock, double tolerance, Reporter& reporter) {
+  return Compress(AsCutMesh(stock.mesh), tolerance, stock.box.Diagonal(), reporter);
+}
+
 CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& reporter) {
-  if (moves.Count() == 0) return UncutStock(stock.mesh);
+  const double compression = CompressTolerance(moves);
+  if (moves.Count() == 0) return UncutStock(stock, compression, reporter);
   const RaySpacing spacing = SpacingOf(moves, stock.box, reporter);
   DexelModel model(DexelLattice(stock.box, spacing.spacing), kSliver * stock.box.Diagonal());
   const bool overlapping = Rasterise(stock.mesh, model, reporter);
-  if (!Subtract(moves, stock.box, model, reporter)) return UncutStock(stock.mesh);
+  if (!Subtract(moves, stock.box, model, reporter)) {
+    return UncutStock(stock, compression, reporter);
+  }
   const StockSurface surface(stock.mesh, overlapping);
-  return MeshModel(model, SurfaceMakers(surface, moves), stock.box, spacing.tolerance, reporter);
+  return Compress(
+      MeshModel(model, SurfaceMakers(surface, moves), stock.box, spacing.tolerance, reporter),
+      compression, stock.box.Diagonal(), reporter);
 }
 
 }  // namespace
