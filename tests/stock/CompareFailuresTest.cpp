@@ -12,7 +12,6 @@
 #include "stock/SweepPartStockCompare.h"
 #include "support/Attempt.h"
 #include "support/CompareJobTest.h"
-#include "support/NothrowBlocks.h"
 
 namespace {
 
@@ -28,8 +27,13 @@ class Attempt : public support::Attempt<support::CompareJobTest> {
         [&](UIDlgKernel* callbacks) { return SweepPartStockCompare(WorkDir(), callbacks); });
   }
 
-  void ExpectNextComparisonWorks() {
-    progress.cancelOnlyAt = 0;
+  static std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
+    if (kernelCall.starts_with("part.")) return {"QZTUTLA2 job\\PartFileToCompare.iff"};
+    if (kernelCall.starts_with("stock.")) return {"QZTUTLA2 job\\StockModelOutput.tmp"};
+    return {};
+  }
+
+  void ExpectNextOneWorks() {
     EXPECT_TRUE(Run());
     EXPECT_EQ(support::ReadWholeFile(InJob("CompareResults.iff")), ResultBytes());
     EXPECT_EQ(support::ReadWholeFile(InKeep("Job1_TmpSaveCompareInfo.txt")),
@@ -42,81 +46,45 @@ class Attempt : public support::Attempt<support::CompareJobTest> {
   using CompareJobTest::ResultBytes;
 };
 
-// What lies in the result file when the kernel is stopped in its call `k`: the body is written by
-// Close, which the call of that name comes before.
-std::string ResultsStoppedAt(const std::vector<std::string>& calls, std::size_t k,
-                             const std::string& whole) {
-  return calls[k - 1] == "Compare ends" ? whole : kHeaderOnly;
+// What lies in the result file when the kernel is stopped in a call: the body is written by Close,
+// which the call of that name comes before.
+std::string ResultsStoppedIn(const std::string& kernelCall, const Attempt& attempt) {
+  return kernelCall == "Compare ends" ? attempt.ResultBytes() : kHeaderOnly;
 }
 
-// The loader leaves its stream and its handle array to whoever throws through it.
-std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
-  if (kernelCall.starts_with("part.")) return {"QZTUTLA2 job\\PartFileToCompare.iff"};
-  if (kernelCall.starts_with("stock.")) return {"QZTUTLA2 job\\StockModelOutput.tmp"};
-  return {};
+TEST(CompareFailures, KernelIsCalledInAllTheseWays) {
+  EXPECT_EQ(support::KernelCallsOf<Attempt>().size(), 3u + 6 + 6 + 8);
 }
-
-std::size_t BlocksLeftBy(const std::string& kernelCall) { return StreamsLeftBy(kernelCall).size(); }
 
 TEST(CompareFailures, FatalErrorAtEveryKernelCallIsStillASuccess) {
-  const auto calls = support::KernelCallsOf<Attempt>();
-  ASSERT_EQ(calls.size(), 3u + 6 + 6 + 8);
-  for (std::size_t k = 1; k <= calls.size(); ++k) {
-    SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
-    Attempt attempt;
-    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
-    EXPECT_TRUE(attempt.Run());
-    Attempt::Files job = attempt.JobFilesWith(ResultsStoppedAt(calls, k, attempt.ResultBytes()));
-    job["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
-    EXPECT_EQ(attempt.InJobNow(), job);
-    Attempt::Files keep = attempt.CopiesWith(support::TwoBandsText(), true);
-    keep["Job1_TmpSaveErrorCapture.txt"] = job["ErrorCapture.txt"];
-    EXPECT_EQ(attempt.InKeepNow(), keep);
-    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    EXPECT_EQ(attempt.kernel.CallNames().size(), k);
-    attempt.ExpectTidy();
-    attempt.ExpectNextComparisonWorks();
-  }
+  support::StopInEachKernelCall<Attempt>(
+      support::ScriptedKernel::Fatal("no way on"), [](Attempt& attempt, const std::string& call) {
+        EXPECT_TRUE(attempt.Run());
+        Attempt::Files job = attempt.JobFilesWith(ResultsStoppedIn(call, attempt));
+        job["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
+        EXPECT_EQ(attempt.InJobNow(), job);
+        Attempt::Files keep = attempt.CopiesWith(support::TwoBandsText(), true);
+        keep["Job1_TmpSaveErrorCapture.txt"] = job["ErrorCapture.txt"];
+        EXPECT_EQ(attempt.InKeepNow(), keep);
+      });
 }
 
 TEST(CompareFailures, CancelAtEveryNotificationLeavesNoRecord) {
-  // A kernel that reports progress inside every call: two notifications each.
-  const auto calls = support::KernelCallsOf<Attempt>();
-  for (int k = 1; k <= 2 * static_cast<int>(calls.size()); ++k) {
-    SCOPED_TRACE("cancel at notification " + std::to_string(k));
-    const auto call = static_cast<std::size_t>(k + 1) / 2;
-    Attempt attempt;
-    for (const std::string& name : calls) {
-      attempt.kernel.At(name, support::ScriptedKernel::Progress("Comparing", 10));
-    }
-    attempt.progress.cancelOnlyAt = k;
-    EXPECT_TRUE(attempt.Run());
-    EXPECT_EQ(attempt.progress.Questions(), k);
-    EXPECT_EQ(attempt.InJobNow(),
-              attempt.JobFilesWith(ResultsStoppedAt(calls, call, attempt.ResultBytes())));
-    EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), true));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[call - 1]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextComparisonWorks();
-  }
+  support::CancelAtEachNotification<Attempt>(
+      "Comparing", [](Attempt& attempt, const std::string& call) {
+        EXPECT_TRUE(attempt.Run());
+        EXPECT_EQ(attempt.InJobNow(), attempt.JobFilesWith(ResultsStoppedIn(call, attempt)));
+        EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), true));
+      });
 }
 
 TEST(CompareFailures, ForeignExceptionAtEveryKernelCallPassesOnWithoutTheLastCopy) {
-  const auto calls = support::KernelCallsOf<Attempt>();
-  for (std::size_t k = 1; k <= calls.size(); ++k) {
-    SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
-    Attempt attempt;
-    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
-    EXPECT_THROW(attempt.Run(), std::runtime_error);
-    EXPECT_EQ(attempt.InJobNow(),
-              attempt.JobFilesWith(ResultsStoppedAt(calls, k, attempt.ResultBytes())));
-    EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), false));
-    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextComparisonWorks();
-  }
+  support::StopInEachKernelCall<Attempt>(
+      support::ScriptedKernel::Foreign(), [](Attempt& attempt, const std::string& call) {
+        EXPECT_THROW(attempt.Run(), std::runtime_error);
+        EXPECT_EQ(attempt.InJobNow(), attempt.JobFilesWith(ResultsStoppedIn(call, attempt)));
+        EXPECT_EQ(attempt.InKeepNow(), attempt.CopiesWith(support::TwoBandsText(), false));
+      });
 }
 
 // What one failing call leads to. The copies by their letters: part (p), stock (s), the bands'
@@ -194,7 +162,7 @@ TEST_P(CompareFaults, EachCallFailingInTurnHasItsOwnOutcome) {
     EXPECT_EQ(attempt.InKeepNow(), keep);
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
-    attempt.ExpectNextComparisonWorks();
+    attempt.ExpectNextOneWorks();
   }
 }
 

@@ -11,7 +11,6 @@
 #include "stock/StockModelCompress.h"
 #include "support/Attempt.h"
 #include "support/CompressJobTest.h"
-#include "support/NothrowBlocks.h"
 
 namespace {
 
@@ -25,8 +24,12 @@ class Attempt : public support::Attempt<support::CompressJobTest> {
     });
   }
 
+  static std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
+    if (!kernelCall.starts_with("stock.")) return {};
+    return {"QZTUTLA2 in.iff"};
+  }
+
   void ExpectNextOneWorks() {
-    progress.cancelOnlyAt = 0;
     EXPECT_TRUE(Run());
     EXPECT_EQ(support::ReadWholeFile(InJob("out.iff")), ResultBytes());
     EXPECT_EQ(support::ReadWholeFile(InJob("BinaryPaths.tmp")), JobPathBytes());
@@ -41,68 +44,40 @@ class Attempt : public support::Attempt<support::CompressJobTest> {
   using CompressJobTest::ResultBytes;
 };
 
-// The loader leaves its stream and its handle array to whoever throws through it.
-std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
-  if (!kernelCall.starts_with("stock.")) return {};
-  return {"QZTUTLA2 in.iff"};
+TEST(CompressFailures, KernelIsCalledInAllTheseWays) {
+  EXPECT_EQ(support::KernelCallsOf<Attempt>().size(), 16u);
 }
 
-std::size_t BlocksLeftBy(const std::string& kernelCall) { return StreamsLeftBy(kernelCall).size(); }
-
 TEST(CompressFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
-  const auto calls = support::KernelCallsOf<Attempt>();
-  ASSERT_EQ(calls.size(), 16u);
-  for (std::size_t k = 1; k <= calls.size(); ++k) {
-    SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
-    Attempt attempt;
-    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
-    EXPECT_FALSE(attempt.Run());
-    Attempt::Files files = attempt.InputAndPath();
-    files["ErrorCapture.txt"] = support::TextFileBytes("\nError Message Received:\nno way on\n");
-    files["Job1_TmpSaveErrorCapture.txt"] = files["ErrorCapture.txt"];
-    EXPECT_EQ(attempt.InJobNow(), files);
-    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextOneWorks();
-  }
+  support::StopInEachKernelCall<Attempt>(
+      support::ScriptedKernel::Fatal("no way on"), [](Attempt& attempt, const std::string&) {
+        EXPECT_FALSE(attempt.Run());
+        Attempt::Files files = attempt.InputAndPath();
+        const std::string record = support::TextFileBytes("\nError Message Received:\nno way on\n");
+        files["ErrorCapture.txt"] = record;
+        files["Job1_TmpSaveErrorCapture.txt"] = record;
+        EXPECT_EQ(attempt.InJobNow(), files);
+      });
 }
 
 TEST(CompressFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) {
-  // A kernel that reports progress inside every call: two notifications each.
-  const auto calls = support::KernelCallsOf<Attempt>();
-  for (int k = 1; k <= 2 * static_cast<int>(calls.size()); ++k) {
-    SCOPED_TRACE("cancel at notification " + std::to_string(k));
-    Attempt attempt;
-    for (const std::string& name : calls) {
-      attempt.kernel.At(name, support::ScriptedKernel::Progress("Sweeping", 10));
-    }
-    attempt.progress.cancelOnlyAt = k;
+  support::CancelAtEachNotification<Attempt>("Sweeping", [](Attempt& attempt, const std::string&) {
     EXPECT_FALSE(attempt.Run());
-    EXPECT_EQ(attempt.progress.Questions(), k);
     EXPECT_EQ(attempt.InJobNow(), attempt.InputAndPath());
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[static_cast<std::size_t>(k - 1) / 2]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextOneWorks();
-  }
+  });
 }
 
 TEST(CompressFailures, ForeignExceptionAtEveryKernelCallPassesOnAndLeavesTheFiles) {
-  const auto calls = support::KernelCallsOf<Attempt>();
-  for (std::size_t k = 1; k <= calls.size(); ++k) {
-    SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
-    Attempt attempt;
-    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
-    EXPECT_THROW(attempt.Run(), std::runtime_error);
-    Attempt::Files files = attempt.InputAndPath();
-    if (k > 8) files["out.iff"] = "binary surface";  // from Run on there is a channel
-    if (calls[k - 1] == "Run ends") files["out.iff"] = attempt.ResultBytes();
-    EXPECT_EQ(attempt.InJobNow(), files);
-    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextOneWorks();
-  }
+  support::StopInEachKernelCall<Attempt>(
+      support::ScriptedKernel::Foreign(), [](Attempt& attempt, const std::string& call) {
+        EXPECT_THROW(attempt.Run(), std::runtime_error);
+        Attempt::Files files = attempt.InputAndPath();
+        // From Run on there is a channel, and with it the file.
+        const bool hasChannel = call.starts_with("Run") || call.starts_with("output.");
+        if (hasChannel) files["out.iff"] = "binary surface";
+        if (call == "Run ends") files["out.iff"] = attempt.ResultBytes();
+        EXPECT_EQ(attempt.InJobNow(), files);
+      });
 }
 
 // What one failing call leads to. Of the files beside the input, by their letters: the path, whole

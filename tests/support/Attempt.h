@@ -1,10 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
 #include "callbacks/UIDlgKernel.h"
+#include "support/NothrowBlocks.h"
+#include "support/ScriptedKernel.h"
 #include "support/TempDirectory.h"
 
 namespace support {
@@ -22,7 +25,9 @@ class WithCallbacks : public Job {
 };
 
 /// A job's fixture as an object, so that one test can make many jobs one after another. A class
-/// made of it offers `bool Run()`.
+/// made of it offers `bool Run()`; `void ExpectNextOneWorks()`; and, static, what the loader leaves
+/// to whoever throws through it: the streams left open by a throwing kernel call of that name
+/// (`std::vector<std::string> StreamsLeftBy(const std::string&)`), each with a block of memory.
 template <class Job>
 class Attempt : public Job {
  public:
@@ -69,6 +74,48 @@ int CallsOf(const std::string& function) {
   SomeAttempt attempt;
   EXPECT_TRUE(attempt.Run());
   return attempt.host.faults.Calls(function);
+}
+
+/// For each of the kernel's calls, a job in which it runs `script`, which throws. `check(attempt,
+/// call)` runs the job and looks at what is special about it.
+template <class SomeAttempt, class Check>
+void StopInEachKernelCall(const ScriptedKernel::Script& script, Check check) {
+  const auto calls = KernelCallsOf<SomeAttempt>();
+  for (std::size_t k = 1; k <= calls.size(); ++k) {
+    const std::string& call = calls[k - 1];
+    SCOPED_TRACE("stopped in call " + std::to_string(k) + ", " + call);
+    SomeAttempt attempt;
+    attempt.kernel.AtCall(static_cast<int>(k), script);
+    check(attempt, call);
+    EXPECT_EQ(attempt.kernel.CallNames().size(), k);
+    EXPECT_EQ(attempt.host.OpenStreams(), SomeAttempt::StreamsLeftBy(call));
+    EXPECT_EQ(TakeLostBlocks(), SomeAttempt::StreamsLeftBy(call).size());
+    attempt.ExpectTidy();
+    attempt.ExpectNextOneWorks();
+  }
+}
+
+/// The same for a user who wants to stop at each notification in turn. The kernel says `caption`
+/// inside every call, which makes two of them.
+template <class SomeAttempt, class Check>
+void CancelAtEachNotification(const std::string& caption, Check check) {
+  const auto calls = KernelCallsOf<SomeAttempt>();
+  for (std::size_t k = 1; k <= 2 * calls.size(); ++k) {
+    const std::string& call = calls[(k - 1) / 2];
+    SCOPED_TRACE("cancelled at notification " + std::to_string(k) + ", in " + call);
+    SomeAttempt attempt;
+    for (const std::string& each : calls) {
+      attempt.kernel.At(each, ScriptedKernel::Progress(caption, 10));
+    }
+    attempt.progress.cancelOnlyAt = static_cast<int>(k);
+    check(attempt, call);
+    EXPECT_EQ(attempt.progress.Questions(), static_cast<int>(k));
+    EXPECT_EQ(attempt.host.OpenStreams(), SomeAttempt::StreamsLeftBy(call));
+    EXPECT_EQ(TakeLostBlocks(), SomeAttempt::StreamsLeftBy(call).size());
+    attempt.ExpectTidy();
+    attempt.progress.cancelOnlyAt = 0;
+    attempt.ExpectNextOneWorks();
+  }
 }
 
 }  // namespace support

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "support/Attempt.h"
-#include "support/NothrowBlocks.h"
 #include "support/SweepJobTest.h"
 #include "toolpaths/SweepMultipleToolpathsFromStock.h"
 
@@ -39,9 +38,12 @@ class Attempt : public support::Attempt<support::SweepJobTest> {
   bool HasErrorRecord() const { return JobHas("ErrorCapture.txt"); }
   std::string Output() const { return support::ReadWholeFile(InJob(kOutput)); }
 
-  void ExpectNextSweepWorks() {
-    progress.cancelFrom = 0;
-    progress.cancelOnlyAt = 0;
+  static std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
+    if (!kernelCall.starts_with("stock.")) return {};
+    return {"QZTUTLA2 job\\StockModelInput.tmp"};
+  }
+
+  void ExpectNextOneWorks() {
     EXPECT_TRUE(Run());
     EXPECT_EQ(Output(), ExpectedOutput());
   }
@@ -50,84 +52,38 @@ class Attempt : public support::Attempt<support::SweepJobTest> {
   using SweepJobTest::HasStaleOutput;
 };
 
-// The loader leaves its stream to whoever throws through it.
-std::vector<std::string> StreamsLeftBy(const std::string& kernelCall) {
-  if (!kernelCall.starts_with("stock.")) return {};
-  return {"QZTUTLA2 job\\StockModelInput.tmp"};
-}
-
-// And its handle array; everything else is given back.
-std::size_t BlocksLeftBy(const std::string& kernelCall) {
-  return kernelCall.starts_with("stock.") ? 1 : 0;
+TEST(SweepFailures, KernelIsCalledInAllTheseWays) {
+  EXPECT_EQ(support::KernelCallsOf<Attempt>().size(), 17u);
 }
 
 TEST(SweepFailures, FatalErrorAtEveryKernelCallRemovesTheOutput) {
-  const auto calls = support::KernelCallsOf<Attempt>();
-  ASSERT_EQ(calls.size(), 17u);
-  for (std::size_t k = 1; k <= calls.size(); ++k) {
-    SCOPED_TRACE("fatal error in call " + std::to_string(k) + ", " + calls[k - 1]);
-    Attempt attempt;
-    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Fatal("no way on"));
-    EXPECT_FALSE(attempt.Run());
-    EXPECT_FALSE(attempt.HasOutput());
-    EXPECT_FALSE(attempt.HasOutputCopy());
-    EXPECT_TRUE(attempt.HasErrorRecord());
-    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    EXPECT_EQ(attempt.kernel.CallNames().size(), k);
-    attempt.ExpectTidy();
-    attempt.ExpectNextSweepWorks();
-  }
+  support::StopInEachKernelCall<Attempt>(support::ScriptedKernel::Fatal("no way on"),
+                                         [](Attempt& attempt, const std::string&) {
+                                           EXPECT_FALSE(attempt.Run());
+                                           EXPECT_FALSE(attempt.HasOutput());
+                                           EXPECT_FALSE(attempt.HasOutputCopy());
+                                           EXPECT_TRUE(attempt.HasErrorRecord());
+                                         });
 }
 
 TEST(SweepFailures, CancelAtEveryNotificationRemovesTheOutputAndLeavesNoRecord) {
-  // A kernel that reports progress inside every call: two notifications each.
-  const auto calls = support::KernelCallsOf<Attempt>();
-  const auto report = [&](Attempt& attempt) {
-    for (const std::string& call : calls) {
-      attempt.kernel.At(call, support::ScriptedKernel::Progress("Sweeping", 10));
-    }
-  };
-  int notifications = 0;
-  {
-    Attempt attempt;
-    report(attempt);
-    EXPECT_TRUE(attempt.Run());
-    notifications = attempt.progress.Questions();
-  }
-  ASSERT_EQ(notifications, 2 * static_cast<int>(calls.size()));
-  for (int k = 1; k <= notifications; ++k) {
-    SCOPED_TRACE("cancel at notification " + std::to_string(k));
-    Attempt attempt;
-    report(attempt);
-    attempt.progress.cancelOnlyAt = k;
+  support::CancelAtEachNotification<Attempt>("Sweeping", [](Attempt& attempt, const std::string&) {
     EXPECT_FALSE(attempt.Run());
-    EXPECT_EQ(attempt.progress.Questions(), k);
     EXPECT_FALSE(attempt.HasOutput());
     EXPECT_FALSE(attempt.HasOutputCopy());
     EXPECT_FALSE(attempt.HasErrorRecord());
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[static_cast<std::size_t>(k - 1) / 2]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextSweepWorks();
-  }
+  });
 }
 
 TEST(SweepFailures, ForeignExceptionAtEveryKernelCallPassesOn) {
-  const auto calls = support::KernelCallsOf<Attempt>();
-  for (std::size_t k = 1; k <= calls.size(); ++k) {
-    SCOPED_TRACE("foreign exception in call " + std::to_string(k) + ", " + calls[k - 1]);
-    Attempt attempt;
-    attempt.kernel.AtCall(static_cast<int>(k), support::ScriptedKernel::Foreign());
-    EXPECT_THROW(attempt.Run(), std::runtime_error);
-    // Nothing is removed or copied on such a way out.
-    EXPECT_FALSE(attempt.HasOutputCopy());
-    EXPECT_THAT(attempt.host.events.Only({"remove"}),
-                ElementsAre("remove job\\StockModelOutput.tmp"));
-    EXPECT_EQ(attempt.host.OpenStreams(), StreamsLeftBy(calls[k - 1]));
-    EXPECT_EQ(support::TakeLostBlocks(), BlocksLeftBy(calls[k - 1]));
-    attempt.ExpectTidy();
-    attempt.ExpectNextSweepWorks();
-  }
+  support::StopInEachKernelCall<Attempt>(
+      support::ScriptedKernel::Foreign(), [](Attempt& attempt, const std::string&) {
+        EXPECT_THROW(attempt.Run(), std::runtime_error);
+        // Nothing is removed or copied on such a way out.
+        EXPECT_FALSE(attempt.HasOutputCopy());
+        EXPECT_THAT(attempt.host.events.Only({"remove"}),
+                    ElementsAre("remove job\\StockModelOutput.tmp"));
+      });
 }
 
 TEST(SweepFailures, KernelErrorThatIsNotRemovedFromDiskIsStillCopiedButFails) {
@@ -153,7 +109,7 @@ TEST_P(SweepOpenFailures, EachTrackedOpenOfThePathFilesFailingEndsTheJob) {
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     EXPECT_FALSE(attempt.JobHas("BinaryPaths.txt"));
     attempt.ExpectTidy();
-    attempt.ExpectNextSweepWorks();
+    attempt.ExpectNextOneWorks();
   }
 }
 
@@ -166,7 +122,7 @@ TEST_P(SweepOpenFailures, OpenThatTheHostCallsUndoneIsUndone) {
     EXPECT_FALSE(attempt.Run());
     EXPECT_TRUE(attempt.kernel.CallNames().empty());
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
-    attempt.ExpectNextSweepWorks();
+    attempt.ExpectNextOneWorks();
   }
 }
 
@@ -174,7 +130,7 @@ TEST_P(SweepOpenFailures, SweepWorksWhenEveryOpenDoes) {
   Attempt attempt;
   attempt.host.statusWrites = GetParam();
   EXPECT_EQ(attempt.host.faults.Calls("m_fopen_hl"), 0);
-  attempt.ExpectNextSweepWorks();
+  attempt.ExpectNextOneWorks();
   EXPECT_EQ(attempt.host.faults.Calls("m_fopen_hl"), 2);
 }
 
@@ -199,7 +155,7 @@ TEST_P(SweepFatalFaults, EachCallFailingInTurnLeavesNoWrongResult) {
     EXPECT_FALSE(attempt.HasOutputCopy());
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
-    attempt.ExpectNextSweepWorks();
+    attempt.ExpectNextOneWorks();
   }
 }
 
@@ -224,7 +180,7 @@ TEST_P(SweepSurvivableFaults, EachCallFailingInTurnLeavesTheRightResult) {
     EXPECT_EQ(attempt.Output(), attempt.ExpectedOutput());
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
-    attempt.ExpectNextSweepWorks();
+    attempt.ExpectNextOneWorks();
   }
 }
 
@@ -265,7 +221,7 @@ TEST(SweepFailures, EachFileThatTheHostDoesNotSeeHasItsOwnConsequence) {
     }
     EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
-    attempt.ExpectNextSweepWorks();
+    attempt.ExpectNextOneWorks();
   }
 }
 
