@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "formats/ToolpathRecords.h"
-#include "formats/programs/GCodeMoves.h"
+#include "formats/programs/AptMoves.h"
 #include "formats/programs/ToolTable.h"
 
 namespace formats {
@@ -23,13 +23,14 @@ struct ProgramPath {
   std::int64_t load = 0;  // 0, 1, ... in the order of the tool loads
   std::int32_t tool = 0;  // its number
   bool rapid = false;     // rapids only; never without a rapid colour
-  PathRecord record;      // 3-axis, one cut
+  std::string toolName;   // as the tool table has it
+  PathRecord record;      // one cut; 5-axis when its tool is tilted anywhere
 };
 
 // Gathers a program's positions into paths. A path ends with its tool's load and wherever the next
 // position is not reached from the last one; with a rapid colour also where rapids and feed moves
 // meet. Each path is handed on as soon as it ends, so that memory holds one at a time.
-class ProgramPaths : public GCodeMoves {
+class ProgramPaths : public AptMoves {
  public:
   using Take = std::function<void(ProgramPath)>;
 
@@ -37,6 +38,9 @@ class ProgramPaths : public GCodeMoves {
   ProgramPaths(const ToolTable& tools, const PathSettings& settings, Take take);
 
   void LoadTool(std::int32_t number) override;  // throws GCodeError when the table lacks it
+  void LoadTool(std::int32_t number, const TableTool& tool) override;
+  bool HasTool(std::int32_t number) const override { return tools_.contains(number); }
+  void SetAxis(const ToolAxis& axis) override { axis_ = axis; }
   void Start(const ToolTip& tip, Motion motion) override;
   void MoveTo(const ToolTip& tip, Motion motion) override;
 
@@ -47,17 +51,21 @@ class ProgramPaths : public GCodeMoves {
   bool IsRapidPath(Motion motion) const {
     return settings_.rapidColour && motion == Motion::kRapid;
   }
+  void Load(std::int32_t number, const TableTool& tool);
   void EndPath();
   void Append(const ToolTip& tip);
+  Cut TakeCut(bool tilted);
 
   const ToolTable& tools_;
   PathSettings settings_;
   Take take_;
-  const TableTool* tool_ = nullptr;
+  TableTool tool_;
   std::int32_t toolNumber_ = 0;
   std::int64_t load_ = -1;
   bool rapid_ = false;
+  ToolAxis axis_ = kVerticalAxis;
   std::vector<double> positions_;
+  std::vector<ToolAxis> axes_;  // of the positions, once one of them is tilted; else empty
 };
 
 }  // namespace formats

@@ -9,6 +9,7 @@
 #include "formats/FileError.h"
 #include "formats/MeshMeasures.h"
 #include "formats/OpenFile.h"
+#include "formats/programs/AptProgram.h"
 #include "formats/programs/GCodeProgram.h"
 #include "formats/programs/ProgramPaths.h"
 #include "formats/programs/ToolTable.h"
@@ -85,13 +86,37 @@ formats::GCodeOptions ProgramOptionsOf(const NewJobSettings& settings, const for
   return options;
 }
 
-NewJobPath Describe(const formats::ProgramPath& path, const formats::ToolTable& tools) {
+NewJobPath Describe(const formats::ProgramPath& path) {
+  const auto doubles = formats::DoublesPerPosition(path.record.pathType);
   return {0,
           path.tool,
-          tools.at(path.tool).name,
+          path.toolName,
           path.record.colour,
           path.rapid,
-          static_cast<std::int64_t>(path.record.cuts.front().coordinates.size() / 3)};
+          static_cast<std::int64_t>(path.record.cuts.front().coordinates.size() / doubles)};
+}
+
+formats::ToolTable ToolsOf(const NewJobSettings& settings) {
+  if (settings.tools.empty()) return {};
+  return formats::ReadToolTable(settings.tools, settings.metric);
+}
+
+formats::AptReport RunProgram(const NewJobSettings& settings, const formats::GCodeOptions& options,
+                              formats::ProgramPaths& paths) {
+  if (settings.language == ProgramLanguage::kApt) {
+    return formats::RunAptFile(settings.program, options, paths);
+  }
+  formats::AptReport report;
+  static_cast<formats::GCodeReport&>(report) =
+      formats::RunGCodeFile(settings.program, options, paths);
+  return report;
+}
+
+void RequireCuttable(const NewJobSettings& settings, const formats::ProgramPath& path) {
+  const std::string reason = WhyPathCannotBeCut(path.record);
+  if (reason.empty()) return;
+  const std::string& where = settings.tools.empty() ? settings.program : settings.tools;
+  throw formats::FileError(where + ": tool " + std::to_string(path.tool) + " " + reason);
 }
 
 void SortByNumber(const std::vector<std::int64_t>& numbers, std::vector<NewJobPath>& paths) {
@@ -108,19 +133,16 @@ NewJobResult MakeJob(const NewJobSettings& settings) {
   NewJobResult result;
   result.stock = CheckedStock(settings.stock);
   const auto options = ProgramOptionsOf(settings, result.stock);
-  const auto tools = formats::ReadToolTable(settings.tools, settings.metric);
+  const auto tools = ToolsOf(settings);
   StagedJob job(settings.directory);
   job.WriteStock(result.stock);
-  formats::ProgramPaths paths(
-      tools, PathSettingsOf(settings), [&](const formats::ProgramPath& path) {
-        if (const std::string reason = WhyPathCannotBeCut(path.record); !reason.empty()) {
-          throw formats::FileError(settings.tools + ": tool " + std::to_string(path.tool) + " " +
-                                   reason);
-        }
-        job.AddPath(path);
-        result.paths.push_back(Describe(path, tools));
-      });
-  result.program = formats::RunGCodeFile(settings.program, options, paths);
+  formats::ProgramPaths paths(tools, PathSettingsOf(settings),
+                              [&](const formats::ProgramPath& path) {
+                                RequireCuttable(settings, path);
+                                job.AddPath(path);
+                                result.paths.push_back(Describe(path));
+                              });
+  result.program = RunProgram(settings, options, paths);
   paths.Finish();
   if (result.paths.empty()) {
     throw formats::FileError(settings.program + ": no move of a tool between known positions");

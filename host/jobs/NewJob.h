@@ -6,16 +6,19 @@
 #include <vector>
 
 #include "formats/Mesh.h"
-#include "formats/programs/GCodeReport.h"
+#include "formats/programs/AptReport.h"
 
 namespace host {
+
+enum class ProgramLanguage { kGCode, kApt };
 
 /// Lengths in the job's units.
 struct NewJobSettings {
   std::string directory;
   std::string stock;  // a mesh file, or "box:x0,y0,z0,x1,y1,z1"
   std::string program;
-  std::string tools;
+  ProgramLanguage language = ProgramLanguage::kGCode;
+  std::string tools;   // may be empty for APT, whose programs describe their tools
   bool metric = true;  // the job's units: millimetres, otherwise inches
   int colour = 1;
   std::optional<int> rapidColour;
@@ -38,7 +41,7 @@ struct NewJobPath {
 
 struct NewJobResult {
   formats::Mesh stock;
-  formats::GCodeReport program;
+  formats::AptReport program;     // of G-code without its inserts
   std::vector<NewJobPath> paths;  // by number
   std::vector<std::string> files;
 };

@@ -16,6 +16,8 @@ namespace {
 // What the command line gives; what it leaves open depends on the units, which may stand behind.
 struct Settings {
   NewJobSettings job;
+  std::string gcode;
+  std::string apt;
   std::optional<double> tolerance;
   std::optional<double> pathTolerance;
 };
@@ -25,8 +27,19 @@ constexpr double kToleranceInInches = 0.001;
 constexpr std::size_t kPathsShown = 20;
 constexpr std::size_t kLinesShown = 10;
 
+void ChooseProgram(const Settings& settings, NewJobSettings& job) {
+  const bool isApt = !settings.apt.empty();
+  job.language = isApt ? ProgramLanguage::kApt : ProgramLanguage::kGCode;
+  job.program = isApt ? settings.apt : settings.gcode;
+  if (job.program.empty()) throw CommandError("--gcode or --apt is required (try --help)");
+  if (!isApt && job.tools.empty()) {
+    throw CommandError("--tools is required with --gcode (try --help)");
+  }
+}
+
 NewJobSettings Complete(const Settings& settings, const Options& options) {
   NewJobSettings job = settings.job;
+  ChooseProgram(settings, job);
   job.metric = options.units == Units::kMillimetres;
   job.tolerance =
       settings.tolerance.value_or(job.metric ? kToleranceInMillimetres : kToleranceInInches);
@@ -88,6 +101,21 @@ void AddProgram(Report& report, const formats::GCodeReport& program, const Optio
   report.Add("rapids_without_tool", program.withoutTool);
 }
 
+void AddInserts(Report& report, const formats::AptReport& program) {
+  auto list = nlohmann::ordered_json::array();
+  std::size_t shown = 0;
+  for (const auto& note : program.inserts) {
+    list.push_back({{"line", note.line}, {"text", note.text}});
+    if (++shown <= kLinesShown) {
+      report.AddLine("line " + std::to_string(note.line) + " says: " + note.text);
+    }
+  }
+  if (program.insertCount > static_cast<std::int64_t>(kLinesShown)) {
+    report.AddLine("and " + std::to_string(program.insertCount - kLinesShown) + " inserts more");
+  }
+  report.Add("inserts", std::move(list));
+}
+
 void AddUnknown(Report& report, const formats::GCodeReport& program) {
   auto list = nlohmann::ordered_json::array();
   for (const auto& unknown : program.unknown) {
@@ -107,6 +135,7 @@ int NewJob(const Settings& settings, const Options& options) {
   AddSummary(report, "in", Summarise(result.stock), options);
   AddProgram(report, result.program, options);
   AddPaths(report, result.paths);
+  AddInserts(report, result.program);
   AddUnknown(report, result.program);
   report.Add("peak_memory", PeakMemory());
   report.Add("files_written", result.files, "files written", std::to_string(result.files.size()));
@@ -122,8 +151,13 @@ void AddSettings(CLI::App& command, Settings& settings) {
       .add_option("--stock", job.stock,
                   "A mesh file (binary surface, STL, PLY, OBJ, OFF), or box:x0,y0,z0,x1,y1,z1")
       ->required();
-  command.add_option("--gcode", job.program, "The machining program")->required();
-  command.add_option("--tools", job.tools, "The tool table (JSON)")->required();
+  auto* gcode = command.add_option("--gcode", settings.gcode, "The machining program, in G-code");
+  auto* apt = command.add_option("--apt", settings.apt,
+                                 "The machining program, as APT cutter-location text");
+  apt->excludes(gcode);
+  command.add_option(
+      "--tools", job.tools,
+      "The tool table (JSON); needed with --gcode, with --apt it goes before CUTTER");
   command
       .add_option("--colour,--color", job.colour,
                   "Colour of what is cut, for tools whose entry has none of its own")
