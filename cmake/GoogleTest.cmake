@@ -12,3 +12,14 @@ foreach(target gtest gtest_main gmock gmock_main)
     endif()
   endif()
 endforeach()
+
+# GoogleMock's headers take longer to read than most tests take to compile. They are read once, for
+# all test programs that are compiled with the same options.
+file(WRITE ${CMAKE_BINARY_DIR}/test_headers.cpp "int main() { return 0; }\n")
+add_executable(qz_test_headers ${CMAKE_BINARY_DIR}/test_headers.cpp)
+if(NOT MSVC)
+  target_compile_options(qz_test_headers PRIVATE -O0)
+endif()
+target_link_libraries(qz_test_headers PRIVATE qz_flags GTest::gmock GTest::gtest)
+set_target_properties(qz_test_headers PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+target_precompile_headers(qz_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
