@@ -9,11 +9,18 @@
 namespace kernel {
 namespace {
 
+// A link that leads nowhere takes a name as well. What cannot be looked at is free: writing to it
+// says why not.
+bool IsTaken(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+}
+
 // Gone with the object, unless it has got another name.
 class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& beside) {
-    for (int number = 0; m_path.empty() || std::filesystem::exists(m_path); ++number) {
+    for (int number = 0; m_path.empty() || IsTaken(m_path); ++number) {
       m_path = formats::NativePath(beside) + "." + std::to_string(number) + ".tmp";
     }
   }

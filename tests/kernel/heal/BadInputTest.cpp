@@ -83,6 +83,20 @@ TEST(HealBadInput, OutputThatCannotBeWrittenIsFatal) {
   EXPECT_EQ(support::NamesIn(directory.Path()), (std::vector<std::string>{"folder", "in.iff"}));
 }
 
+TEST(HealBadInput, OutputOfAnImpossibleNameIsFatal) {
+  const support::TempDirectory directory;
+  support::WriteWholeFile(directory.Path() / "in.iff", RunHeal(Cube(), 0.01).input);
+  std::string input = (directory.Path() / "in.iff").string();
+  for (const std::string& name :
+       {std::string(300, 'x'), std::string("in.iff/out.iff"), std::string()}) {
+    HealDialog dialog;
+    std::string output = (directory.Path() / name).string();
+    EXPECT_NO_THROW(IFHeal(&dialog).Run(0.01, input.data(), output.data())) << name;
+    EXPECT_EQ(dialog.errors.size(), 1U) << name;
+  }
+  EXPECT_EQ(support::NamesIn(directory.Path()), (std::vector<std::string>{"in.iff"}));
+}
+
 TEST(HealBadInput, OutputMayBeTheInput) {
   const support::TempDirectory directory;
   formats::Mesh mesh = Cube();

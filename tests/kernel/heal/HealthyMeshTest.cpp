@@ -61,6 +61,16 @@ TEST(HealHealthyMesh, EmptySurfaceIsWrittenWithAWarning) {
   EXPECT_EQ(run.dialog.warnings, (std::vector<std::string>{"the surface has no facets"}));
 }
 
+TEST(HealHealthyMesh, SurfaceOfNothingButFlatFacetsComesOutEmptyWithAWarning) {
+  formats::Mesh mesh;
+  mesh.vertices = {{{0, 0, 0}}, {{1, 0, 0}}, {{2, 0, 0}}};
+  mesh.facets = {{{0, 1, 2}, 1}, {{0, 0, 1}, 1}};
+  const HealResult run = RunHeal(mesh, 0.01);
+  EXPECT_EQ(run.dialog.warnings, (std::vector<std::string>{"the surface has no facets"}));
+  EXPECT_TRUE(run.mesh.facets.empty());
+  EXPECT_NE(run.output, kOlderOutput);
+}
+
 TEST(HealHealthyMesh, ToleranceOfZeroIsTaken) { ExpectUnchanged(RunHeal(Torus(20, 10), 0)); }
 
 }  // namespace

@@ -141,6 +141,44 @@ TEST(HealParting, BodiesThatCrossNothingStayAsTheyWereBesideThoseThatDo) {
   }
 }
 
+// A plate of 8 by 8 cells of side 1 and a thickness of 0.1.
+formats::Mesh Plate() {
+  constexpr int kCells = 8, kAcross = kCells + 1;
+  formats::Mesh mesh;
+  for (const double z : {0.0, 0.1}) {
+    for (int x = 0; x < kAcross; ++x) {
+      for (int y = 0; y < kAcross; ++y) mesh.vertices.push_back({x * 1.0, y * 1.0, z});
+    }
+  }
+  const auto at = [](int x, int y, int top) { return (top * kAcross + x) * kAcross + y; };
+  const auto add = [&](int a, int b, int c, int d) {
+    mesh.facets.push_back({{a, b, c}, 3});
+    mesh.facets.push_back({{a, c, d}, 3});
+  };
+  for (int i = 0; i < kCells; ++i) {
+    for (int j = 0; j < kCells; ++j) {
+      add(at(i, j, 0), at(i, j + 1, 0), at(i + 1, j + 1, 0), at(i + 1, j, 0));
+      add(at(i, j, 1), at(i + 1, j, 1), at(i + 1, j + 1, 1), at(i, j + 1, 1));
+    }
+    add(at(i, 0, 0), at(i + 1, 0, 0), at(i + 1, 0, 1), at(i, 0, 1));
+    add(at(i + 1, kCells, 0), at(i, kCells, 0), at(i, kCells, 1), at(i + 1, kCells, 1));
+    add(at(0, i + 1, 0), at(0, i, 0), at(0, i, 1), at(0, i + 1, 1));
+    add(at(kCells, i, 0), at(kCells, i + 1, 0), at(kCells, i + 1, 1), at(kCells, i, 1));
+  }
+  return mesh;
+}
+
+TEST(HealParting, BodyThatCrossesItselfWithinTheToleranceIsMendedThere) {
+  ExpectUnchanged(RunHeal(Plate(), 0.5));
+  formats::Mesh mesh = Plate();
+  mesh.vertices[static_cast<std::size_t>(VertexAt(mesh, {4, 4, 0.1}))][2] = -0.02;
+  EXPECT_EQ(RunHeal(mesh, 0).dialog.warnings.size(), 1U) << "it does cross itself";
+  const HealResult run = RunHeal(mesh, 0.5);
+  ExpectMended(run);
+  EXPECT_NEAR(Volume(run.mesh), 64 * 0.1, 1);
+  EXPECT_EQ(CountColour(run.mesh, 3), run.mesh.facets.size());
+}
+
 TEST(HealParting, BodyThatCrossesItselfBeyondTheToleranceIsLeftWithTheCount) {
   // A corner of the top pushed out through the bottom.
   formats::Mesh mesh = Box({0, 0, 0}, {4, 4, 4}, 1);

@@ -164,6 +164,14 @@ TEST(HealStitching, SliverGoesEvenWithALargeTolerance) {
   EXPECT_NEAR(Volume(run.mesh), 1, 1e-9);
 }
 
+TEST(HealStitching, SliverIsWhatIsLowerThanABillionthOfTheDiagonal) {
+  // The cube's diagonal is the root of 3, the vertex nearly in the middle of an edge of length 1.
+  const HealResult below = RunHeal(CubeWithPassedVertex({-1.7e-9, 0.5, 1}, true), 1e-6);
+  ExpectMended(below);
+  EXPECT_EQ(below.mesh.facets.size(), 14U);
+  ExpectUnchanged(RunHeal(CubeWithPassedVertex({-1.8e-9, 0.5, 1}, true), 1e-6));
+}
+
 TEST(HealStitching, FacetThatNamesAVertexTwiceGoes) {
   formats::Mesh mesh = Cube();
   mesh.facets.insert(mesh.facets.begin() + 4, {{3, 3, 5}, 7});

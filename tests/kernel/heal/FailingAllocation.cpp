@@ -1,0 +1,38 @@
+#include "FailingAllocation.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<bool> g_counting{false};
+std::atomic<long> g_count{0};
+std::atomic<long> g_failing{0};
+
+}  // namespace
+
+// The whole program's, arrays included: the library's other forms come here.
+void* operator new(std::size_t size) {
+  if (g_counting && ++g_count == g_failing) throw std::bad_alloc();
+  void* const block = std::malloc(size == 0 ? 1 : size);
+  if (block == nullptr) throw std::bad_alloc();
+  return block;
+}
+
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+
+namespace heal_test {
+
+FailingAllocation::FailingAllocation(long n) {
+  g_count = 0;
+  g_failing = n;
+  g_counting = true;
+}
+
+FailingAllocation::~FailingAllocation() { g_counting = false; }
+
+long FailingAllocation::Allocations() const { return g_count; }
+
+}  // namespace heal_test
