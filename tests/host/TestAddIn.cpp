@@ -9,9 +9,11 @@
 //   throw          an exception leaves the operation
 //   kernel=TEXT    the text, up to the next blank, is said as a kernel's error
 //   leak           a stream is left open
+//   interrupt      the user presses Ctrl-C, once the operation is called
 //   wait           the sweep goes on until the host says that the user wants to stop
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -77,6 +79,7 @@ void WaitForStop(HostProgress* host) {
 void MakeResult(const char* input, const char* output, bool* succeeded) {
   if (Is("throw")) throw std::runtime_error("thrown by the test");
   if (!Value("kernel").empty()) SayAsKernel(Value("kernel"));
+  if (Is("interrupt")) std::raise(SIGINT);
   if (Is("leak")) m_fopen(kUnit, 77, input, "rb");
   if (Is("garbage")) WriteText(output, "wb", "no surface");
   if (Is("succeed") || Is("partial")) CopyFileA(input, output, FALSE);
