@@ -4,6 +4,9 @@
 #include <new>
 
 #include "callbacks/UIDlgKernel.h"
+#include "curves/SilhouetteBoundary.h"
+#include "curves/SphericalOffset.h"
+#include "curves/SpinSilhouetteBoundary.h"
 #include "stock/FilterStockByColor.h"
 #include "stock/HealSurface.h"
 #include "stock/StockModelCompress.h"
@@ -53,4 +56,20 @@ void qztutlFilterStockByColor(char* inputFile, char* outputFile, unsigned short 
 
 void qztutl_heal(double tolerance, char* inputFile, char* outputFile, bool* succeeded) {
   HealSurface(tolerance, inputFile, outputFile, succeeded);
+}
+
+void qztutl_silbndy(char* inputFile, char* outputFile, double distance, double* boxMin,
+                    double* boxMax, unsigned char* result) {
+  SilhouetteBoundary(inputFile, outputFile, distance, boxMin, boxMax, result);
+}
+
+void qztutlSpinSilBndy(const char* inputFile, int mode, const char* outputFile, double distance,
+                       double* boxMin, double* boxMax, unsigned char* result) {
+  SpinSilhouetteBoundary(inputFile, mode, outputFile, distance, boxMin, boxMax, result);
+}
+
+void qztutlSphericalOffsetTris(const char* inputFile, const char* outputFile, double distance,
+                               double unscaledValue, double* boxMin, double* boxMax,
+                               unsigned char* result) {
+  SphericalOffset(inputFile, outputFile, distance, unscaledValue, boxMin, boxMax, result);
 }

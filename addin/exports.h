@@ -38,4 +38,27 @@ void qztutlFilterStockByColor(char* inputFile, char* outputFile, unsigned short 
 /// and stays so after the user's stop or a fatal kernel error; whether there is an output is not
 /// looked at.
 void qztutl_heal(double tolerance, char* inputFile, char* outputFile, bool* succeeded);
+
+// Outlines and offsets. The box (lower and upper corner, three doubles each) is the extent of the
+// caller's geometry; box and input file are moved during the run when they lie far from the origin
+// or need scaling, and moved back, which may leave the last bits different. `*result` is 0 until
+// the kernel has run; it says little of the output (see the runners in curves/). What passes
+// through leaves it 0 and box and input where they are then.
+
+/// The silhouette of a binary surface file along Z, as a file of curves in the tree variant.
+/// Relative names are looked for in the host's temporary directory. 0 means that the user stopped
+/// the kernel; a kernel error is 1 without an output.
+void qztutl_silbndy(char* inputFile, char* outputFile, double distance, double* boxMin,
+                    double* boxMax, unsigned char* result);
+
+/// The silhouette of a binary surface file spun about the X axis, as a file of curves: `mode` 0
+/// plain, 1 the tree variant. 0 when the input does not load, or the user stopped that.
+void qztutlSpinSilBndy(const char* inputFile, int mode, const char* outputFile, double distance,
+                       double* boxMin, double* boxMax, unsigned char* result);
+
+/// The offset of one binary surface file, as another. `unscaledValue` reaches the kernel as it is.
+/// 0 when the input does not load, or the user stopped that.
+void qztutlSphericalOffsetTris(const char* inputFile, const char* outputFile, double distance,
+                               double unscaledValue, double* boxMin, double* boxMax,
+                               unsigned char* result);
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/CurveFile.h"
 #include "support/JobFiles.h"
 
 class UIDialog;
@@ -19,12 +20,16 @@ namespace support {
 ///     OpenCompareSurfaceChannel   part.Reset and so on   stock.Reset and so on
 ///     Compare part stock   Compare ends
 ///     IFHeal()   heal.Run INPUT OUTPUT   heal.Run ends   ~IFHeal()
+///     IFSilhouette()   silhouette.Run INPUT OUTPUT   silhouette.Run ends   ~IFSilhouette()
+///     IFSpinsil()   OpenInputChannel   input.Reset and so on   spinsil.Run   spinsil.Run ends
+///     IFSphoffset() and ~IFSphoffset() likewise
 ///
 /// Every call but the destructors is numbered from 1, and a script can be run inside any of them
 /// (after it was noted, before it does anything). What `Run` and `Compare` play into the output
 /// channel is numbered as well: output.Reset, output.AddVertex N, output.AddTriangle N,
-/// output.Close, Run ends. Of the channels for a comparison the first opened is the part's. A heal
-/// reads and writes nothing by itself; a script may.
+/// output.Close, Run ends; for curves output.Reset, output.BeginGroup, output.AddPoint N,
+/// output.AddSegment N, output.EndGroup, output.Close. Of the channels for a comparison the first
+/// opened is the part's. Heal and silhouette read and write no file by themselves; a script may.
 class ScriptedKernel {
  public:
   ScriptedKernel();
@@ -42,8 +47,9 @@ class ScriptedKernel {
   /// Runs inside every destructor of a kernel class; the callbacks may be gone by then.
   void AtDestruction(std::function<void()> action) { m_atDestruction = std::move(action); }
 
-  /// What Run and Compare play into the output channel.
+  /// What Run, Compare and an offset play into the output channel, and what a spun silhouette does.
   Surface result;
+  Outline outline;
   /// Whether they end the output with Close.
   bool closesOutput = true;
   /// From this vertex, or triangle, on (from 1) the input channels return null; 0: never.
@@ -53,6 +59,15 @@ class ScriptedKernel {
   /// The tolerance that the last heal was run with.
   double healTolerance = 0.0;
 
+  /// The distance that the last silhouette, spun silhouette or offset was run with, and the
+  /// offset's other value.
+  double distance = 0.0;
+  double unscaledValue = 0.0;
+  /// What the Close of the last spun silhouette's channel returned.
+  int curvesClosed = -1;
+
+  /// What the input channel of a spun silhouette or an offset received since its last Reset.
+  Surface input;
   /// What the stock channel received since its last Reset, numbers one-based.
   Surface stock;
   /// The same of the part's channel.

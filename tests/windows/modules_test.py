@@ -9,7 +9,8 @@ import unittest
 BIN = os.environ["QZ_BIN"]
 OBJDUMP = os.environ["QZ_OBJDUMP"]
 
-OWN = {"QZCore.dll", "QZUi.dll", "QZTUtlA.dll", "IFHeal.dll", "IFSweep.dll", "qzhost.exe",
+OWN = {"QZCore.dll", "QZUi.dll", "QZTUtlA.dll", "IFHeal.dll", "IFSilhouette.dll",
+       "IFSphoffset.dll", "IFSpinsil.dll", "IFSweep.dll", "qzhost.exe",
        os.path.join("Resources", "QZTUtlRes.dll")}
 
 # What the system brings, and the compiler's run time, which all modules of one build share.
@@ -19,10 +20,14 @@ RUN_TIME = {"libstdc++-6.dll", "libgcc_s_seh-1.dll", "libwinpthread-1.dll"}
 # Who may import from whom, our own modules only.
 CONTRACT = {
     # From the executable: its status bar and its keys.
-    "QZTUtlA.dll": {"QZCore.dll", "QZUi.dll", "qzhost.exe", "IFHeal.dll", "IFSweep.dll"},
+    "QZTUtlA.dll": {"QZCore.dll", "QZUi.dll", "qzhost.exe", "IFHeal.dll", "IFSilhouette.dll",
+                    "IFSphoffset.dll", "IFSpinsil.dll", "IFSweep.dll"},
     "QZCore.dll": set(),
     "QZUi.dll": set(),
     "IFHeal.dll": set(),
+    "IFSilhouette.dll": set(),
+    "IFSphoffset.dll": set(),
+    "IFSpinsil.dll": set(),
     "IFSweep.dll": set(),
     "qzhost.exe": {"QZCore.dll"},
     os.path.join("Resources", "QZTUtlRes.dll"): set(),
@@ -32,7 +37,8 @@ CONTRACT = {
 # base object) and assignments of the three host classes.
 ADD_IN_EXPORTS = {"m_main", "m_version", "qztutlFilterStockByColor",
                   "qztutlStockModelCompress", "qztutlSweepMultipleToolpathsFromStock",
-                  "qztutlSweepPartStockCompare", "qztutl_heal"}
+                  "qztutlSweepPartStockCompare", "qztutl_heal", "qztutl_silbndy",
+                  "qztutlSpinSilBndy", "qztutlSphericalOffsetTris"}
 for _name in ("9UIDataTip", "10UIErrorTip", "12CLongProcess"):
     ADD_IN_EXPORTS |= {"_ZN" + _name + end for end in ("C1ERKS_", "C2ERKS_", "aSERKS_")}
 
@@ -72,7 +78,8 @@ class Modules(unittest.TestCase):
         self.assertLessEqual(CONTRACT["QZTUtlA.dll"], imports("QZTUtlA.dll"))
 
     def test_modules_share_one_run_time(self):
-        for module in ("QZTUtlA.dll", "IFHeal.dll", "IFSweep.dll", "QZCore.dll", "qzhost.exe"):
+        for module in ("QZTUtlA.dll", "IFHeal.dll", "IFSilhouette.dll", "IFSphoffset.dll",
+                       "IFSpinsil.dll", "IFSweep.dll", "QZCore.dll", "qzhost.exe"):
             self.assertIn("libstdc++-6.dll", imports(module), module)
             self.assertIn("libgcc_s_seh-1.dll", imports(module), module)
 
