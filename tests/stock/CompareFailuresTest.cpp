@@ -15,8 +15,6 @@
 
 namespace {
 
-using ::testing::Contains;
-using ::testing::IsEmpty;
 
 constexpr const char* kHeaderOnly = "binary surface";
 
@@ -149,21 +147,16 @@ class CompareFaults : public ::testing::TestWithParam<Fault> {};
 TEST_P(CompareFaults, EachCallFailingInTurnHasItsOwnOutcome) {
   const Fault& fault = GetParam();
   ASSERT_EQ(support::CallsOf<Attempt>(fault.function), static_cast<int>(fault.outcomes.size()));
-  for (std::size_t k = 1; k <= fault.outcomes.size(); ++k) {
-    SCOPED_TRACE(std::string(fault.function) + " " + std::to_string(k));
-    const Outcome& expected = fault.outcomes[k - 1];
-    Attempt attempt;
+  support::FailEachCall<Attempt>(fault.function, [&](Attempt& attempt, int k) {
+    const Outcome& expected = fault.outcomes[static_cast<std::size_t>(k) - 1];
     Attempt::Files job = JobFilesOf(attempt, expected);
     Attempt::Files keep = CopiesOf(attempt, expected.copies);
     if (fault.copiesLieInJob) job.merge(std::exchange(keep, {}));
-    attempt.host.faults.FailCall(fault.function, static_cast<int>(k));
     EXPECT_EQ(attempt.Run(), expected.verdict);
     EXPECT_EQ(attempt.InJobNow(), job);
     EXPECT_EQ(attempt.InKeepNow(), keep);
-    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
-    attempt.ExpectNextOneWorks();
-  }
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(

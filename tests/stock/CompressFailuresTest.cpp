@@ -14,8 +14,6 @@
 
 namespace {
 
-using ::testing::IsEmpty;
-
 class Attempt : public support::Attempt<support::CompressJobTest> {
  public:
   bool Run() {
@@ -119,18 +117,12 @@ class CompressFaults : public ::testing::TestWithParam<Fault> {};
 TEST_P(CompressFaults, EachCallFailingInTurnHasItsOwnOutcome) {
   const Fault& fault = GetParam();
   ASSERT_EQ(support::CallsOf<Attempt>(fault.function), static_cast<int>(fault.outcomes.size()));
-  for (std::size_t k = 1; k <= fault.outcomes.size(); ++k) {
-    SCOPED_TRACE(std::string(fault.function) + " " + std::to_string(k));
-    const Outcome& expected = fault.outcomes[k - 1];
-    Attempt attempt;
-    attempt.host.faults.FailCall(fault.function, static_cast<int>(k));
+  support::FailEachCall<Attempt>(fault.function, [&](Attempt& attempt, int k) {
+    const Outcome& expected = fault.outcomes[static_cast<std::size_t>(k) - 1];
     EXPECT_EQ(attempt.Run(), expected.verdict);
     EXPECT_EQ(attempt.InJobNow(), FilesOf(attempt, expected.files));
-    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
     EXPECT_EQ(attempt.IsAtHome(), expected.endsAtHome);
-    attempt.ExpectNextOneWorks();
-  }
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(

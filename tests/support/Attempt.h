@@ -76,6 +76,23 @@ int CallsOf(const std::string& function) {
   return attempt.host.faults.Calls(function);
 }
 
+/// For each call of a function that can fail, a job in which that call fails. `check(attempt, k)`
+/// runs the job and looks at what becomes of the `k`-th call's failure.
+template <class SomeAttempt, class Check>
+void FailEachCall(const std::string& function, Check check) {
+  const int calls = CallsOf<SomeAttempt>(function);
+  EXPECT_GT(calls, 0) << function;
+  for (int k = 1; k <= calls; ++k) {
+    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
+    SomeAttempt attempt;
+    attempt.host.faults.FailCall(function, k);
+    check(attempt, k);
+    EXPECT_TRUE(attempt.host.OpenStreams().empty());
+    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
+    attempt.ExpectNextOneWorks();
+  }
+}
+
 /// For each of the kernel's calls, a job in which it runs `script`, which throws. `check(attempt,
 /// call)` runs the job and looks at what is special about it.
 template <class SomeAttempt, class Check>

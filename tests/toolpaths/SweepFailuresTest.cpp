@@ -142,21 +142,13 @@ INSTANTIATE_TEST_SUITE_P(BothHosts, SweepOpenFailures,
 class SweepFatalFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(SweepFatalFaults, EachCallFailingInTurnLeavesNoWrongResult) {
-  const std::string function = GetParam();
-  const int calls = support::CallsOf<Attempt>(function);
-  ASSERT_GT(calls, 0);
-  for (int k = 1; k <= calls; ++k) {
-    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
-    Attempt attempt;
-    attempt.host.faults.FailCall(function, k);
+  support::FailEachCall<Attempt>(GetParam(), [](Attempt& attempt, int) {
     EXPECT_FALSE(attempt.Run());
     // Either the job ended before the old result was touched, or there is none.
     EXPECT_TRUE(attempt.HasStaleOutput() || !attempt.HasOutput());
     EXPECT_FALSE(attempt.HasOutputCopy());
-    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
     attempt.ExpectTidy();
-    attempt.ExpectNextOneWorks();
-  }
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, SweepFatalFaults,
@@ -169,19 +161,10 @@ INSTANTIATE_TEST_SUITE_P(Functions, SweepFatalFaults,
 class SweepSurvivableFaults : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(SweepSurvivableFaults, EachCallFailingInTurnLeavesTheRightResult) {
-  const std::string function = GetParam();
-  const int calls = support::CallsOf<Attempt>(function);
-  ASSERT_GT(calls, 0);
-  for (int k = 1; k <= calls; ++k) {
-    SCOPED_TRACE(function + " " + std::to_string(k) + " of " + std::to_string(calls));
-    Attempt attempt;
-    attempt.host.faults.FailCall(function, k);
+  support::FailEachCall<Attempt>(GetParam(), [](Attempt& attempt, int) {
     EXPECT_TRUE(attempt.Run());
     EXPECT_EQ(attempt.Output(), attempt.ExpectedOutput());
-    EXPECT_THAT(attempt.host.OpenStreams(), IsEmpty());
-    EXPECT_EQ(attempt.kernel.LivingObjects(), 0);
-    attempt.ExpectNextOneWorks();
-  }
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(Functions, SweepSurvivableFaults,
