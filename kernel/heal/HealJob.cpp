@@ -30,10 +30,12 @@ formats::Mesh Read(const std::string& path, StageProgress& progress) {
   return mesh;
 }
 
-bool IsHealthy(const SurfaceMesh& mesh, StageProgress& progress) {
+bool IsHealthy(const formats::Mesh& given, StageProgress& progress) {
+  SurfaceMesh mesh;
   bool sound = false;
   progress.Begin("Preparing surface");
   RunAside(progress, [&](const Tell&) {
+    mesh = SurfaceOf(given);
     sound = LinkSound(mesh, kLeastHeight * mesh.Bounds().Diagonal()).has_value();
   });
   progress.End();
@@ -45,11 +47,19 @@ bool IsHealthy(const SurfaceMesh& mesh, StageProgress& progress) {
   return pairs.empty();
 }
 
+SurfaceMesh JoinedByPlace(formats::Mesh given, StageProgress& progress) {
+  SurfaceMesh mesh;
+  progress.Begin("Initialising surface");
+  RunAside(progress, [&](const Tell&) {
+    formats::JoinCoincidentVertices(given);
+    mesh = SurfaceOf(given);
+  });
+  progress.End();
+  return mesh;
+}
+
 formats::Mesh Mend(formats::Mesh given, double tolerance, StageProgress& progress) {
-  formats::JoinCoincidentVertices(given);
-  SurfaceMesh mesh = SurfaceOf(given);
-  given = {};
-  return FileMeshOf(MendSurface(std::move(mesh), tolerance, progress));
+  return FileMeshOf(MendSurface(JoinedByPlace(std::move(given), progress), tolerance, progress));
 }
 
 }  // namespace
@@ -58,7 +68,7 @@ void HealSurface(double tolerance, const std::string& inputFile, const std::stri
                  StageProgress& progress) {
   CheckTolerance(tolerance);
   formats::Mesh mesh = Read(inputFile, progress);
-  if (!IsHealthy(SurfaceOf(mesh), progress)) mesh = Mend(std::move(mesh), tolerance, progress);
+  if (!IsHealthy(mesh, progress)) mesh = Mend(std::move(mesh), tolerance, progress);
   if (mesh.facets.empty()) progress.Warn("the surface has no facets");
   ReplaceFile(outputFile, [&](const std::string& path) {
     progress.Begin("Writing surface");

@@ -28,8 +28,9 @@ formats::Mesh Damaged() {
 
 TEST(HealCallbacks, StagesBeginWithTextsThatADialogKnows) {
   const HealResult run = RunHeal(Damaged(), 0.01);
-  const std::vector<std::string> starts = {"Reading",  "Preparing", "Stitching", "Generating",
-                                           "Scanning", "Cleaning",  "Scanning",  "Writing"};
+  const std::vector<std::string> starts = {"Reading",   "Preparing",  "Initialising",
+                                           "Stitching", "Generating", "Scanning",
+                                           "Cleaning",  "Scanning",   "Writing"};
   ASSERT_EQ(run.dialog.stages.size(), starts.size());
   for (std::size_t i = 0; i < starts.size(); ++i) {
     EXPECT_EQ(run.dialog.stages[i].substr(0, starts[i].size()), starts[i]);

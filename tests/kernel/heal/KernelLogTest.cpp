@@ -35,6 +35,7 @@ TEST_F(HealLog, HoldsAWarningAmongTheStages) {
   EXPECT_EQ(Log(),
             "stage: Reading surface\n"
             "stage: Preparing surface\n"
+            "stage: Initialising surface\n"
             "stage: Stitching surface\n"
             "stage: Generating facets in holes\n"
             "warning: 1 bodies faced inwards and have been turned\n"
