@@ -12,4 +12,10 @@ struct Point2 {
 // where that cannot decide, an expansion of all six products.
 int OrientationSign(const Point2& a, const Point2& b, const Point2& c);
 
+// The same for a point that counts as shifted by an infinitely small step (x + e, y + e squared):
+// never 0 for a and b apart, so that a ray through the point meets a closed surface as often one
+// way as the other.
+// Source: Edelsbrunner and Muecke, Simulation of Simplicity (1990).
+int ShiftedOrientationSign(const Point2& a, const Point2& b, const Point2& point);
+
 }  // namespace kernel

@@ -6,64 +6,12 @@
 #include <utility>
 
 #include "kernel/common/FatalError.h"
+#include "kernel/sweep/WeldVertices.h"
 
 namespace kernel {
 namespace {
 
 using Index = std::uint32_t;
-
-void CheckFinite(const StockMesh& mesh) {
-  for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
-    if (IsFinite(mesh.vertices[i])) continue;
-    throw FatalError("stock vertex " + std::to_string(i + 1) + ": a coordinate is not finite");
-  }
-}
-
-bool ComesBefore(const Vec3& a, const Vec3& b) {
-  if (a.x != b.x) return a.x < b.x;
-  if (a.y != b.y) return a.y < b.y;
-  return a.z < b.z;
-}
-
-// For each vertex the first one at the same place, by sorting; -0.0 and 0.0 are the same place.
-std::vector<Index> FirstAtSamePlace(const std::vector<Vec3>& vertices) {
-  std::vector<Index> order(vertices.size()), first(vertices.size());
-  std::iota(order.begin(), order.end(), Index{0});
-  std::sort(order.begin(), order.end(), [&](Index a, Index b) {
-    if (vertices[a] != vertices[b]) return ComesBefore(vertices[a], vertices[b]);
-    return a < b;
-  });
-  for (std::size_t i = 0; i < order.size(); ++i) {
-    const bool same = i > 0 && vertices[order[i]] == vertices[order[i - 1]];
-    first[order[i]] = same ? first[order[i - 1]] : order[i];
-  }
-  return first;
-}
-
-// Vertices keep their order.
-StockMesh Welded(const StockMesh& given) {
-  const std::vector<Index> first = FirstAtSamePlace(given.vertices);
-  StockMesh welded;
-  welded.facets.reserve(given.facets.size());
-  std::vector<bool> used(given.vertices.size(), false);
-  for (StockMesh::Facet facet : given.facets) {
-    for (Index& v : facet.vertices) v = first[v];
-    const auto& [a, b, c] = facet.vertices;
-    if (a == b || b == c || c == a) continue;
-    for (const Index v : facet.vertices) used[v] = true;
-    welded.facets.push_back(facet);
-  }
-  std::vector<Index> number(given.vertices.size());
-  for (std::size_t i = 0; i < given.vertices.size(); ++i) {
-    if (!used[i]) continue;
-    number[i] = static_cast<Index>(welded.vertices.size());
-    welded.vertices.push_back(given.vertices[i]);
-  }
-  for (StockMesh::Facet& facet : welded.facets) {
-    for (Index& v : facet.vertices) v = number[v];
-  }
-  return welded;
-}
 
 struct HalfEdge {
   Index low, high;  // vertices, low < high
@@ -101,22 +49,6 @@ void ForEachEdge(const std::vector<HalfEdge>& edges, const Group& group) {
     }
     group(begin, end);
     begin = end;
-  }
-}
-
-void CheckClosed(const StockMesh& mesh) {
-  const std::vector<HalfEdge> edges = SortedHalfEdges(mesh);
-  std::size_t open = 0;
-  ForEachEdge(edges, [&](std::size_t begin, std::size_t end) {
-    const auto forward = std::count_if(edges.begin() + static_cast<std::ptrdiff_t>(begin),
-                                       edges.begin() + static_cast<std::ptrdiff_t>(end),
-                                       [](const HalfEdge& edge) { return edge.forward; });
-    if (2 * static_cast<std::size_t>(forward) != end - begin) ++open;
-  });
-  if (open > 0) {
-    throw FatalError(
-        "the stock is open: " + std::to_string(open) +
-        " edges are not shared by facets that run through them in opposite directions");
   }
 }
 
@@ -197,6 +129,29 @@ void PairFacets(const StockMesh& mesh, const std::vector<HalfEdge>& edges, std::
 
 }  // namespace
 
+void CheckFinite(const StockMesh& mesh, const std::string& name) {
+  for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
+    if (IsFinite(mesh.vertices[i])) continue;
+    throw FatalError(name + " vertex " + std::to_string(i + 1) + ": a coordinate is not finite");
+  }
+}
+
+std::size_t CountOpenEdges(const StockMesh& mesh) {
+  const std::vector<HalfEdge> edges = SortedHalfEdges(mesh);
+  std::size_t open = 0;
+  ForEachEdge(edges, [&](std::size_t begin, std::size_t end) {
+    const auto forward = std::count_if(edges.begin() + static_cast<std::ptrdiff_t>(begin),
+                                       edges.begin() + static_cast<std::ptrdiff_t>(end),
+                                       [](const HalfEdge& edge) { return edge.forward; });
+    if (2 * static_cast<std::size_t>(forward) != end - begin) ++open;
+  });
+  return open;
+}
+
+void TurnOver(StockMesh& mesh) {
+  for (StockMesh::Facet& facet : mesh.facets) std::swap(facet.vertices[1], facet.vertices[2]);
+}
+
 double SixfoldVolume(const StockMesh& mesh) {
   if (mesh.vertices.empty()) return 0;
   const Vec3 from = mesh.vertices[0];
@@ -211,19 +166,21 @@ double SixfoldVolume(const StockMesh& mesh) {
 }
 
 PreparedStock PrepareStock(const StockMesh& given) {
-  CheckFinite(given);
-  PreparedStock stock{Welded(given), {}, false};
+  CheckFinite(given, "stock");
+  PreparedStock stock{WeldVertices(given), {}, false};
   if (stock.mesh.facets.empty()) throw FatalError("the stock has no facets");
-  CheckClosed(stock.mesh);
+  if (const std::size_t open = CountOpenEdges(stock.mesh); open > 0) {
+    throw FatalError(
+        "the stock is open: " + std::to_string(open) +
+        " edges are not shared by facets that run through them in opposite directions");
+  }
   for (const Vec3& vertex : stock.mesh.vertices) stock.box.Include(vertex);
   if (!std::isfinite(stock.box.Diagonal())) throw FatalError("the stock is too large to measure");
   const double volume = SixfoldVolume(stock.mesh);
   if (volume == 0) throw FatalError("the stock encloses no volume");
   if (volume < 0) {
     stock.turned = true;
-    for (StockMesh::Facet& facet : stock.mesh.facets) {
-      std::swap(facet.vertices[1], facet.vertices[2]);
-    }
+    TurnOver(stock.mesh);
   }
   return stock;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "kernel/common/Box3.h"
 #include "kernel/sweep/StockMesh.h"
 
@@ -20,6 +22,16 @@ PreparedStock PrepareStock(const StockMesh& given);
 // facets by vertex number: facets around a vertex that do not hang together through edges get
 // vertices of their own. Facets keep their order.
 StockMesh WithOwnVertices(const StockMesh& mesh);
+
+// Throws FatalError that names the first vertex whose coordinates are not finite, counted from 1 as
+// in a surface file; `name` says of which mesh.
+void CheckFinite(const StockMesh& mesh, const std::string& name);
+
+// How many edges are not run through as often one way as the other.
+std::size_t CountOpenEdges(const StockMesh& mesh);
+
+// Has all facets face the other way.
+void TurnOver(StockMesh& mesh);
 
 // Six times the enclosed volume, positive when facets face outwards. Taken about the first vertex,
 // so that a mesh far from the origin loses no digits.

@@ -15,14 +15,6 @@ struct Crossing {
   std::uint32_t facet;
 };
 
-// Which side of a to b the point is on, never 0 for a and b apart: see the header.
-int ShiftedSide(const Point2& a, const Point2& b, const Point2& point) {
-  const int side = OrientationSign(a, b, point);
-  if (side != 0) return side;
-  if (a.y != b.y) return a.y > b.y ? 1 : -1;
-  return b.x > a.x ? 1 : -1;
-}
-
 class FamilyRaster {
  public:
   FamilyRaster(const StockMesh& mesh, int axis, const DexelLattice& lattice)
@@ -59,9 +51,9 @@ class FamilyRaster {
     for (int j = firstV; j < std::min(endV, m_lattice.Nodes(m_v)); ++j) {
       for (int i = firstU; i < std::min(endU, m_lattice.Nodes(m_u)); ++i) {
         const Point2 point{m_lattice.Coordinate(m_u, i), m_lattice.Coordinate(m_v, j)};
-        if (ShiftedSide(flat[0], flat[1], point) != turn ||
-            ShiftedSide(flat[1], flat[2], point) != turn ||
-            ShiftedSide(flat[2], flat[0], point) != turn) {
+        if (ShiftedOrientationSign(flat[0], flat[1], point) != turn ||
+            ShiftedOrientationSign(flat[1], flat[2], point) != turn ||
+            ShiftedOrientationSign(flat[2], flat[0], point) != turn) {
           continue;
         }
         double at = corner[0][m_axis];

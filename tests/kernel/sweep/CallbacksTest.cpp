@@ -26,14 +26,9 @@ TEST(SweepCallbacks, PercentagesRiseFromOneToAHundred) {
 
 TEST(SweepCallbacks, StagesBeginWithTextsThatADialogKnows) {
   const SweepResult run = RunSweep(Block(), Job());
-  std::vector<std::string> stages;
-  for (const std::string& call : run.dialog.calls) {
-    if (call.rfind("progress ", 0) != 0) continue;
-    if (stages.empty() || stages.back() != call) stages.push_back(call);
-  }
-  const std::vector<std::string> starts = {
-      "progress Reading",    "progress Preparing",  "progress Initialising", "progress Sweeping",
-      "progress Generating", "progress Optimising", "progress Cleaning",     "progress Writing"};
+  const std::vector<std::string> stages = run.dialog.Stages();
+  const std::vector<std::string> starts = {"Reading",    "Preparing",  "Initialising", "Sweeping",
+                                           "Generating", "Optimising", "Cleaning",     "Writing"};
   ASSERT_EQ(stages.size(), starts.size());
   for (std::size_t i = 0; i < starts.size(); ++i) {
     EXPECT_EQ(stages[i].substr(0, starts[i].size()), starts[i]);

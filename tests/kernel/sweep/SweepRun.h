@@ -4,47 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "callbacks/UIDialog.h"
+#include "ResultChannel.h"
 #include "formats/Mesh.h"
 #include "formats/ToolpathRecords.h"
 
 namespace sweep_test {
 
-/// Records every callback as one line; throws Stop at call number `throwAt` (counted from 1), or at
-/// the first warning. Where that does not come, Stop ends the run as the stock's rays are to be
-/// made.
-class RecordingDialog : public UIDialog {
- public:
-  struct Stop {};
-
-  void CreateWait(const char* message) override { Add(std::string("wait ") + message); }
-  void UpdateWait(const char* message) override { Add(std::string("wait ") + message); }
-  void EndWait() override { Add("end wait"); }
-  void CreateProgress(const char* message, int total) override;
-  void ResetWait(const char* message, int) override { Add(std::string("reset ") + message); }
-  void UpdateProgress(const char* message) override { Add(std::string("update ") + message); }
-  void SetProgress(int count) override { Add("count " + std::to_string(count)); }
-  void EndProgress() override { Add("end"); }
-  void ErrorMessage(const char* message, bool fatal) override;
-
-  int throwAt = 0;
-  bool throwAtWarning = false;
-  std::vector<std::string> calls;
-  std::vector<int> percentages;
-  std::vector<std::string> warnings, errors;
-
- private:
-  void Add(const std::string& line);
-};
-
-/// What a run left in its output channel.
-struct SweepResult {
-  formats::Mesh mesh;
-  int resets = 0, closes = 0;
-  bool stopped = false;             // the dialog threw
-  std::vector<std::string> events;  // the channel's calls without the vertices and triangles
-  RecordingDialog dialog;
-};
+using kernel_test::RecordingDialog;
+using kernel_test::SweepResult;
 
 /// One run of IFSweep over an interchange file of the records. `channelMemory`: how many vertices
 /// and triangles the output takes before it has no memory.
