@@ -194,16 +194,17 @@ TEST_F(CompareBandsTest, HalfPrintsAsEightBlanksAndTwelveCharacters) {
 
 TEST_F(CompareBandsTest, LongestNumbersHaveTheirPlaceInALine) {
   constexpr double kLowest = -0x1p1023;  // with its 308 digits
+  constexpr int kMany = 2000;            // so that lines end in many places of the writer's blocks
   EXPECT_TRUE(Read(support::CompareInfoBytes(
-      {256, 200, std::vector<std::uint32_t>(200), std::vector<double>(200, kLowest)})));
+      {256, kMany, std::vector<std::uint32_t>(kMany), std::vector<double>(kMany, kLowest)})));
   const std::string digits =
       "-89884656743115795386465259539451236680898848947115328636715040578866337902750481566354238"
       "661203768010560056939935696678829394884407208311246423715319737062188883946712432742638151"
       "109800623047059726541476042502884419075341171231440736956555270413618581675255342293149119"
       "973622969239858152417678164812112068608.0000000000";
-  std::string expected = "Stock model color 256\nNumber of divisions 200\n";
-  for (int i = 0; i < 200; ++i) expected += "Color[" + std::to_string(i) + "] = 0\n";
-  for (int i = 0; i < 200; ++i) {
+  std::string expected = "Stock model color 256\nNumber of divisions 2000\n";
+  for (int i = 0; i < kMany; ++i) expected += "Color[" + std::to_string(i) + "] = 0\n";
+  for (int i = 0; i < kMany; ++i) {
     expected += "Distance[" + std::to_string(i) + "] = " + digits + "\n";
   }
   EXPECT_TRUE(Text() == support::TextFileBytes(expected));
