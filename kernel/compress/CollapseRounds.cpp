@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <limits>
-#include <numeric>
 
 #include "kernel/common/Workers.h"
 #include "kernel/sweep/NearestOnTriangle.h"
@@ -15,7 +15,7 @@ using Index = HalfEdgeMesh::Index;
 using Watch = std::function<void(double)>;
 
 constexpr std::size_t kChunk = 256;
-// A round takes one in so many of the planned collapses, the cheapest, but not less than a few.
+// A round looks at one in so many of the vertices that wait, the cheapest, but at a few at least.
 constexpr std::size_t kShareOfRound = 3;
 constexpr std::size_t kLeastOfRound = 2000;
 
@@ -33,7 +33,8 @@ std::array<Vec3, 3> CornersOf(const HalfEdgeMesh& mesh, Index facet) {
 }
 
 // Hands the points over to the nearest of the facets.
-void Settle(MergedMesh& merged, const std::vector<Index>& points, const std::vector<Index>& facets) {
+void Settle(MergedMesh& merged, const std::vector<Index>& points,
+            const std::vector<Index>& facets) {
   for (const Index point : points) {
     const Vec3& at = merged.mesh.At(point);
     double least = std::numeric_limits<double>::infinity();
@@ -70,8 +71,7 @@ void KeepFeatures(MergedMesh& merged, Index half) {
 
 void Apply(MergedMesh& merged, Index half) {
   HalfEdgeMesh& mesh = merged.mesh;
-  const Index gone = mesh.Origin(half);
-  std::vector<Index> points = {gone};
+  std::vector<Index> points = {mesh.Origin(half)};
   std::vector<Index> facets;
   Index around = half;
   do {
@@ -89,123 +89,135 @@ void Apply(MergedMesh& merged, Index half) {
 
 class Rounds {
  public:
-  Rounds(MergedMesh& merged, const CompressLimits& limits, const Watch& watch)
+  Rounds(MergedMesh& merged, const CompressLimits& limits)
       : m_merged(merged),
         m_limits(limits),
-        m_watch(watch),
-        m_plans(merged.mesh.VertexCount()),
+        m_cost(merged.mesh.VertexCount(), 0),
+        m_isWaiting(merged.mesh.VertexCount(), 0),
         m_touched(merged.mesh.VertexCount(), 0) {}
 
-  void Run() {
-    std::vector<Index> due;
-    for (Index vertex = 0; vertex < m_merged.mesh.VertexCount(); ++vertex) {
-      if (m_merged.mesh.Out(vertex) != HalfEdgeMesh::kNone) due.push_back(vertex);
-    }
-    PlanAll(due);
-    std::vector<Index> planned = std::move(due);
-    for (m_round = 1;; ++m_round) {
-      std::erase_if(planned,
-                    [&](Index vertex) { return m_plans[vertex].half == HalfEdgeMesh::kNone; });
-      if (planned.empty()) return;
-      const std::vector<Index> chosen = Choose(planned);
-      if (chosen.empty()) continue;
-      std::vector<Index> changed = AroundAll(chosen);
-      InChunks(
-          chosen.size(),
-          [&](std::size_t begin, std::size_t end) {
-            for (std::size_t i = begin; i < end; ++i) Apply(m_merged, chosen[i]);
-          },
-          [&] { Tell(); });
-      std::vector<Index> fresh;
-      for (const Index vertex : changed) {
-        if (m_plans[vertex].half == HalfEdgeMesh::kNone) fresh.push_back(vertex);
-      }
-      PlanAll(changed);
-      planned.insert(planned.end(), fresh.begin(), fresh.end());
+  void Run(const Watch& watch, const std::function<void()>& halved) {
+    StartAll(watch);
+    std::size_t left = m_merged.CountFacets();
+    std::size_t next = left / 2;
+    for (m_round = 1; !m_waiting.empty(); ++m_round) {
+      const std::vector<Index> chosen = Choose();
+      left -= 2 * CollapseAll(chosen, [&] { watch(Share()); });
+      std::erase_if(m_waiting, [&](Index vertex) { return m_isWaiting[vertex] == 0; });
+      m_waiting.insert(m_waiting.end(), m_woken.begin(), m_woken.end());
+      m_woken.clear();
+      if (left > next) continue;
+      halved();
+      next = left / 2;
     }
   }
 
  private:
   // Rounds get shorter and shorter.
-  void Tell() const { m_watch(1 - 20.0 / (20.0 + m_round)); }
+  double Share() const { return 1 - 20.0 / (20.0 + m_round); }
 
-  void PlanAll(const std::vector<Index>& vertices) {
-    InChunks(
-        vertices.size(),
-        [&](std::size_t begin, std::size_t end) {
-          VertexStar star(m_merged, m_limits);
-          for (std::size_t i = begin; i < end; ++i) m_plans[vertices[i]] = star.Plan(vertices[i]);
-        },
-        [&] { Tell(); });
-  }
-
-  bool ComesBefore(Index a, Index b) const {
-    if (m_plans[a].cost != m_plans[b].cost) return m_plans[a].cost < m_plans[b].cost;
-    return a < b;
-  }
-
-  // The collapses of this round. Plans that do not hold any more are dropped.
-  std::vector<Index> Choose(std::vector<Index>& planned) {
-    const auto before = [this](Index a, Index b) { return ComesBefore(a, b); };
-    const std::size_t count =
-        std::min(planned.size(), std::max(planned.size() / kShareOfRound, kLeastOfRound));
-    const auto end = planned.begin() + static_cast<std::ptrdiff_t>(count);
-    std::nth_element(planned.begin(), end - 1, planned.end(), before);
-    std::sort(planned.begin(), end, before);
-    std::vector<Index> chosen;
-    VertexStar star(m_merged, m_limits);
-    for (std::size_t i = 0; i < count; ++i) {
-      PlannedCollapse& plan = m_plans[planned[i]];
-      if (IsTouched(plan.half)) continue;
-      if (star.IsStillSound(plan.half)) {
-        Touch(planned[i], star);
-        chosen.push_back(plan.half);
+  void StartAll(const Watch& watch) {
+    for (Index vertex = 0; vertex < m_merged.mesh.VertexCount(); ++vertex) {
+      if (m_merged.mesh.Out(vertex) != HalfEdgeMesh::kNone) m_waiting.push_back(vertex);
+    }
+    const auto start = [&](std::size_t begin, std::size_t end) {
+      VertexStar star(m_merged, m_limits);
+      for (std::size_t i = begin; i < end; ++i) {
+        m_cost[m_waiting[i]] = star.LeastCost(m_waiting[i]);
+        m_isWaiting[m_waiting[i]] = 1;
       }
-      plan.half = HalfEdgeMesh::kNone;
+    };
+    InChunks(m_waiting.size(), start, [&] { watch(0); });
+  }
+
+  // Cheap vertices whose stars have no vertex in common.
+  std::vector<Index> Choose() {
+    const auto before = [this](Index a, Index b) {
+      return m_cost[a] != m_cost[b] ? m_cost[a] < m_cost[b] : a < b;
+    };
+    const std::size_t count =
+        std::min(m_waiting.size(), std::max(m_waiting.size() / kShareOfRound, kLeastOfRound));
+    const auto end = m_waiting.begin() + static_cast<std::ptrdiff_t>(count);
+    std::nth_element(m_waiting.begin(), end - 1, m_waiting.end(), before);
+    m_most = m_cost[*(end - 1)];
+    std::sort(m_waiting.begin(), end, before);
+    std::vector<Index> chosen;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (TryTouch(m_waiting[i])) chosen.push_back(m_waiting[i]);
     }
     return chosen;
   }
 
-  bool IsTouched(Index half) const {
-    if (m_touched[m_merged.mesh.Origin(half)] == m_round) return true;
-    Index around = half;
+  bool TryTouch(Index vertex) {
+    const HalfEdgeMesh& mesh = m_merged.mesh;
+    const Index first = mesh.Out(vertex);
+    if (m_touched[vertex] == m_round) return false;
+    Index half = first;
     do {
-      if (m_touched[m_merged.mesh.Target(around)] == m_round) return true;
-      around = m_merged.mesh.Around(around);
-    } while (around != half);
-    return false;
-  }
-
-  void Touch(Index vertex, const VertexStar& star) {
+      if (m_touched[mesh.Target(half)] == m_round) return false;
+      half = mesh.Around(half);
+    } while (half != first);
     m_touched[vertex] = m_round;
-    for (const Index half : star.Halves()) m_touched[m_merged.mesh.Target(half)] = m_round;
+    do {
+      m_touched[mesh.Target(half)] = m_round;
+      half = mesh.Around(half);
+    } while (half != first);
+    return true;
   }
 
-  // The vertices around those that go.
-  std::vector<Index> AroundAll(const std::vector<Index>& chosen) const {
-    std::vector<Index> around;
-    for (const Index half : chosen) {
-      Index out = half;
-      do {
-        around.push_back(m_merged.mesh.Target(out));
-        out = m_merged.mesh.Around(out);
-      } while (out != half);
+  // Returns how many vertices went.
+  std::size_t CollapseAll(const std::vector<Index>& chosen, const std::function<void()>& watch) {
+    std::vector<std::vector<Index>> woken((chosen.size() + kChunk - 1) / kChunk);
+    std::atomic<std::size_t> gone{0};
+    const auto collapse = [&](std::size_t begin, std::size_t end) {
+      VertexStar star(m_merged, m_limits);
+      for (std::size_t i = begin; i < end; ++i) {
+        if (TryCollapse(chosen[i], star, woken[begin / kChunk])) ++gone;
+      }
+    };
+    InChunks(chosen.size(), collapse, watch);
+    for (const std::vector<Index>& some : woken) {
+      m_woken.insert(m_woken.end(), some.begin(), some.end());
     }
-    return around;
+    return gone;
+  }
+
+  // Reads and changes no vertex beyond the star, and no facet that has none of them.
+  bool TryCollapse(Index vertex, VertexStar& star, std::vector<Index>& woken) {
+    const PlannedCollapse plan = star.Plan(vertex);
+    const bool isPlanned = plan.half != HalfEdgeMesh::kNone;
+    if (isPlanned && plan.cost > m_most) {
+      m_cost[vertex] = plan.cost;
+      return false;
+    }
+    m_isWaiting[vertex] = 0;
+    if (!isPlanned) return false;
+    for (const Index half : star.Halves()) {
+      const Index neighbour = m_merged.mesh.Target(half);
+      m_cost[neighbour] = std::max(m_cost[neighbour], plan.cost);
+      if (m_isWaiting[neighbour] == 0) woken.push_back(neighbour);
+      m_isWaiting[neighbour] = 1;
+    }
+    Apply(m_merged, plan.half);
+    return true;
   }
 
   MergedMesh& m_merged;
   CompressLimits m_limits;
-  const Watch& m_watch;
-  std::vector<PlannedCollapse> m_plans;
+  // Of each vertex: what its collapse costs, or did before its surroundings changed.
+  std::vector<double> m_cost;
+  std::vector<std::uint8_t> m_isWaiting;
   std::vector<std::uint32_t> m_touched;
+  std::vector<Index> m_waiting, m_woken;
+  double m_most = 0;
   std::uint32_t m_round = 0;
 };
 
 }  // namespace
 
-void CollapseInRounds(MergedMesh& merged, const CompressLimits& limits, const Watch& watch) {
-  Rounds(merged, limits, watch).Run();
+void CollapseInRounds(MergedMesh& merged, const CompressLimits& limits, const Watch& watch,
+                      const std::function<void()>& halved) {
+  Rounds(merged, limits).Run(watch, halved);
 }
 
 }  // namespace kernel

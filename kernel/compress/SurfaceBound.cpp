@@ -13,6 +13,8 @@ using Index = HalfEdgeMesh::Index;
 
 // A piece is not cut any more when it is this small against the tolerance.
 constexpr double kSmallestPiece = 1e-3;
+// A cut leaves parts that reach this far at least, against the tolerance.
+constexpr double kLeastCut = 1e-6;
 // More pieces than this would be a waste where there is nothing to prove.
 constexpr std::size_t kMostPieces = 2'000'000;
 constexpr int kMostSteps = 10'000;
@@ -59,6 +61,19 @@ class Piece {
   Index m_hint;
 };
 
+struct Reach {
+  double below, above;
+};
+Reach ReachBeside(const Piece& piece, const Vec3& on, const Vec3& normal) {
+  Reach reach{0, 0};
+  for (std::size_t i = 0; i < piece.Count(); ++i) {
+    const double above = Dot(normal, piece[i] - on);
+    reach.below = std::max(reach.below, -above);
+    reach.above = std::max(reach.above, above);
+  }
+  return reach;
+}
+
 // Parts the piece at the plane through `on`; what lies on it belongs to both parts.
 void Part(const Piece& piece, const Vec3& on, const Vec3& normal, Piece& below, Piece& above) {
   for (std::size_t i = 0; i < piece.Count(); ++i) {
@@ -97,7 +112,8 @@ class Proof {
       : m_bound(bound),
         m_mesh(mesh),
         m_square(tolerance * tolerance),
-        m_smallest(kSmallestPiece * kSmallestPiece * m_square) {}
+        m_smallest(kSmallestPiece * kSmallestPiece * m_square),
+        m_leastCut(kLeastCut * tolerance) {}
 
   bool Of(const std::array<Vec3, 3>& triangle, Index hint) {
     m_pieces.emplace_back(triangle, hint);
@@ -125,13 +141,15 @@ class Proof {
       const Index beyond = m_mesh.Twin(3 * facet + i) / 3;
       const Vec3 up = normal + NormalOf(m_bound.CornersOf(beyond));
       const Vec3 along = corners[(i + 1) % 3] - corners[i];
-      if (rest.IsFull()) break;
+      const Vec3 aside = Normalised(Cross(along, LengthSquared(up) > 0 ? up : normal));
+      const Reach reach = ReachBeside(rest, corners[i], aside);
+      // Only a cut that makes both parts smaller brings the end nearer.
+      if (rest.IsFull() || std::min(reach.below, reach.above) < m_leastCut) continue;
       Piece inside(facet);
       Piece outside(beyond);
-      Part(rest, corners[i], Cross(along, LengthSquared(up) > 0 ? up : normal), inside, outside);
-      if (outside.Count() >= 3) m_pieces.push_back(outside);
+      Part(rest, corners[i], aside, inside, outside);
+      m_pieces.push_back(outside);
       rest = inside;
-      if (rest.Count() < 3) return true;
     }
     return IsNear(rest, corners, m_square) || Halve(rest);
   }
@@ -144,15 +162,14 @@ class Proof {
     Piece below(piece.Hint());
     Piece above(piece.Hint());
     Part(piece, 0.5 * (piece[side] + piece[side + 1]), along, below, above);
-    for (const Piece& half : {below, above}) {
-      if (half.Count() >= 3) m_pieces.push_back(half);
-    }
+    m_pieces.push_back(below);
+    m_pieces.push_back(above);
     return true;
   }
 
   const SurfaceBound& m_bound;
   const HalfEdgeMesh& m_mesh;
-  double m_square, m_smallest;
+  double m_square, m_smallest, m_leastCut;
   std::vector<Piece> m_pieces;
 };
 

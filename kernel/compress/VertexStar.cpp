@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "kernel/compress/SegmentDistance.h"
@@ -20,7 +21,18 @@ constexpr double kLeastShape = 0.02;
 // What a long way costs, against the distance from the planes; decides in flat places.
 constexpr double kWayCost = 1e-6;
 
+// What is measured at points only stays this far below the tolerance, so that the proof succeeds.
+constexpr double kEstimateShare = 0.95;
+
 }  // namespace
+
+std::size_t MergedMesh::CountFacets() const {
+  std::size_t count = 0;
+  for (HalfEdgeMesh::Index facet = 0; facet < mesh.FacetCount(); ++facet) {
+    if (mesh.IsLive(facet)) ++count;
+  }
+  return count;
+}
 
 PlannedCollapse VertexStar::Plan(Index vertex) {
   if (!Collect(vertex) || !MayGo()) return {};
@@ -42,12 +54,12 @@ PlannedCollapse VertexStar::Plan(Index vertex) {
   return {};
 }
 
-bool VertexStar::IsStillSound(Index half) {
-  Collect(m_mesh.Origin(half));
+double VertexStar::LeastCost(Index vertex) {
+  Collect(vertex);
   LookAtFacets();
-  LookBeyond();
-  const auto to = std::find(m_halves.begin(), m_halves.end(), half) - m_halves.begin();
-  return IsSound(static_cast<std::size_t>(to)) && m_mesh.CanCollapse(half);
+  double least = std::numeric_limits<double>::infinity();
+  for (std::size_t i = 0; i < Count(); ++i) least = std::min(least, CostOf(i));
+  return least;
 }
 
 bool VertexStar::Collect(Index vertex) {
@@ -96,8 +108,7 @@ void VertexStar::LookAtFacets() {
     const Vec3 normal = Cross(b, c);
     m_areas[i] = Length(normal);
     m_normals[i] = m_areas[i] > 0 ? normal / m_areas[i] : normal;
-    const double longest =
-        std::max({LengthSquared(b), LengthSquared(c), LengthSquared(c - b)});
+    const double longest = std::max({LengthSquared(b), LengthSquared(c), LengthSquared(c - b)});
     m_worstShape = std::min(m_worstShape, m_areas[i] / longest);
   }
 }
@@ -117,7 +128,8 @@ bool VertexStar::GatherCarried() {
   m_carried.clear();
   bool mayTouch = true;
   const auto add = [&](Index vertex, std::size_t facet) {
-    const double limit = m_limits.tolerance * static_cast<double>(m_merged.shares[vertex]);
+    const double limit =
+        kEstimateShare * m_limits.tolerance * static_cast<double>(m_merged.shares[vertex]);
     mayTouch = mayTouch && limit > 0;
     m_carried.push_back({m_mesh.At(vertex), limit * limit, facet});
   };
@@ -198,8 +210,7 @@ bool VertexStar::IsNear(const Carried& carried, std::size_t to) const {
   for (std::size_t step = 0; step < Count(); ++step) {
     const std::size_t i = (carried.facet + step) % Count();
     if (Vanishes(i, to)) continue;
-    const Vec3 nearest =
-        NearestOnTriangle({m_ring[to], Ring(i), Ring(i + 1)}, carried.point).point;
+    const Vec3 nearest = NearestOnTriangle({m_ring[to], Ring(i), Ring(i + 1)}, carried.point).point;
     if (LengthSquared(nearest - carried.point) <= carried.limitSquared) return true;
   }
   return false;

@@ -19,8 +19,17 @@ struct MergedMesh {
   HalfEdgeMesh mesh;
   FeatureEdges features;
   CarriedPoints carried;
+
+  explicit MergedMesh(const HalfEdgeMesh& original)
+      : mesh(original),
+        features(original),
+        carried(original.VertexCount(), original.FacetCount()),
+        shares(original.VertexCount(), 1) {}
+
   // The share of the tolerance that each original vertex may use; one of 0 keeps its facets.
-  const std::vector<float>& shares;
+  std::vector<float> shares;
+
+  std::size_t CountFacets() const;
 };
 
 struct PlannedCollapse {
@@ -40,8 +49,8 @@ class VertexStar {
   // as far as the vertices taken out so far and the edges tell.
   PlannedCollapse Plan(Index vertex);
 
-  // Whether a collapse that was planned is sound still, after changes beyond the vertex's facets.
-  bool IsStillSound(Index half);
+  // What the cheapest collapse would cost if all were sound.
+  double LeastCost(Index vertex);
 
   // The half edges out of the vertex that was looked at last, counter-clockwise.
   const std::vector<Index>& Halves() const { return m_halves; }

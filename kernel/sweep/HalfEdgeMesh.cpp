@@ -29,6 +29,13 @@ void HalfEdgeMesh::LinkTwins() {
   }
 }
 
+bool HalfEdgeMesh::IsClosed() const {
+  for (Index half = 0; half < m_twin.size(); ++half) {
+    if (m_twin[half] == kNone || m_twin[m_twin[half]] != half) return false;
+  }
+  return true;
+}
+
 bool HalfEdgeMesh::AreNeighbours(Index a, Index b) const {
   const Index first = m_out[a];
   Index half = first;

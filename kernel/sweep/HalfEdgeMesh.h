@@ -16,6 +16,10 @@ class HalfEdgeMesh {
 
   explicit HalfEdgeMesh(CutMesh mesh);
 
+  // Whether the mesh was what it has to be: each edge in exactly two facets, once in each
+  // direction.
+  bool IsClosed() const;
+
   std::size_t VertexCount() const { return m_mesh.vertices.size(); }
   std::size_t FacetCount() const { return m_mesh.facets.size(); }
   const Vec3& At(Index vertex) const { return m_mesh.vertices[vertex]; }

@@ -12,8 +12,9 @@
 #include "kernel/common/FatalError.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/common/Workers.h"
-#include "kernel/compress/CompressMesh.h"
+#include "kernel/sweep/CompressSurface.h"
 #include "kernel/sweep/MeshModel.h"
+#include "kernel/sweep/MoveBoxes.h"
 #include "kernel/sweep/PathMoves.h"
 #include "kernel/sweep/PlayMesh.h"
 #include "kernel/sweep/PrepareStock.h"
@@ -26,9 +27,7 @@ namespace kernel {
 namespace {
 
 constexpr double kDefaultTolerance = 1e-4;  // of the stock's diagonal
-// Shares of the stock's diagonal.
-constexpr double kSliver = 1e-11;
-constexpr double kLeastHeight = 1e-9;
+constexpr double kSliver = 1e-11;           // of the stock's diagonal
 
 PathMoves ReadMoves(const std::string& pathFile, Reporter& reporter) {
   reporter.BeginStage("Reading toolpaths", 0, 2);
@@ -117,25 +116,20 @@ CutMesh AsCutMesh(const StockMesh& stock) {
   return mesh;
 }
 
-// Merges what is within the tolerance, in a closed edge-manifold mesh.
-CutMesh Compress(CutMesh mesh, double tolerance, double diagonal, Reporter& reporter) {
-  if (tolerance <= kSliver * diagonal || mesh.facets.empty()) return mesh;
-  reporter.BeginStage("Compressing surface", 85, 95);
-  CutMesh merged;
-  RunAside(reporter, [&](const Tell& tell) {
-    merged = CompressMesh(std::move(mesh), tolerance, kLeastHeight * diagonal, tell);
-  });
-  reporter.EndStage();
-  return merged;
+// Whether a tool comes as far as the stock's box.
+bool AnyComesNear(const PathMoves& moves, const Box3& box) {
+  const std::vector<Box3> boxes = BoxesWithin(moves, 0, moves.Count(), box);
+  return std::any_of(boxes.begin(), boxes.end(),
+                     [](const Box3& swept) { return !swept.IsEmpty(); });
 }
 
 CutMesh UncutStock(const PreparedStock& stock, double tolerance, Reporter& reporter) {
-  return Compress(AsCutMesh(stock.mesh), tolerance, stock.box.Diagonal(), reporter);
+  return CompressUncut(AsCutMesh(stock.mesh), tolerance, stock.box.Diagonal(), reporter);
 }
 
 CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& reporter) {
   const double compression = CompressTolerance(moves);
-  if (moves.Count() == 0) return UncutStock(stock, compression, reporter);
+  if (!AnyComesNear(moves, stock.box)) return UncutStock(stock, compression, reporter);
   const RaySpacing spacing = SpacingOf(moves, stock.box, reporter);
   DexelModel model(DexelLattice(stock.box, spacing.spacing), kSliver * stock.box.Diagonal());
   const bool overlapping = Rasterise(stock.mesh, model, reporter);
@@ -143,7 +137,7 @@ CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& r
     return UncutStock(stock, compression, reporter);
   }
   const StockSurface surface(stock.mesh, overlapping);
-  return Compress(
+  return CompressCut(
       MeshModel(model, SurfaceMakers(surface, moves), stock.box, spacing.tolerance, reporter),
       compression, stock.box.Diagonal(), reporter);
 }
