@@ -55,6 +55,11 @@ void AddRemarks(Report& report, const std::vector<std::string>& warnings) {
   for (const std::string& stream : streams) report.AddLine("stream left open: " + stream);
 }
 
+void AddWrittenFiles(Report& report, const std::vector<std::string>& paths) {
+  report.Add("files_written", paths);
+  for (const std::string& path : paths) report.AddLine("wrote " + path);
+}
+
 int Conclude(const Report& report, const Verdict& verdict) {
   report.Print();
   if (!verdict.reason.empty()) std::fprintf(stderr, "qzhost: %s\n", verdict.reason.c_str());

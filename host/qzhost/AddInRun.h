@@ -32,6 +32,9 @@ void AddRun(Report& report, const Outcome& outcome, const Verdict& verdict);
 /// The kernel's warnings and the streams that the add-in has left open.
 void AddRemarks(Report& report, const std::vector<std::string>& warnings);
 
+/// files_written.
+void AddWrittenFiles(Report& report, const std::vector<std::string>& paths);
+
 /// Prints the report, says the reason on standard error, and returns the exit code.
 int Conclude(const Report& report, const Verdict& verdict);
 

@@ -54,12 +54,27 @@ StatusProgress* StatusProgress::Current() { return g_current; }
 
 void StatusProgress::Show(const std::string& text) {
   const Status status = Parse(text);
-  m_lines.Show(status.message.empty() ? m_caption : status.message, status.percentage);
+  Show(status.message, status.percentage);
+}
+
+void StatusProgress::Show(const std::string& message, int percentage) {
+  m_lines.Show(message.empty() ? m_caption : message, percentage);
 }
 
 bool StatusProgress::AskedToStop() {
   m_cancelled = m_cancelled || m_keyboard.StopRequested();
   return m_cancelled;
 }
+
+bool StatusHostProgress::LoadMessage(int number, CString* text) {
+  *text = HostMessage(number).c_str();
+  return !text->IsEmpty();
+}
+
+void StatusHostProgress::ShowProgress(CString* text, int percentage) {
+  StatusProgress::Current()->Show(text->GetString(), percentage);
+}
+
+bool StatusHostProgress::IsCancelled() { return StatusProgress::Current()->AskedToStop(); }
 
 }  // namespace host

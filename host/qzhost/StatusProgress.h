@@ -4,6 +4,7 @@
 
 #include "host/qzhost/Keyboard.h"
 #include "host/qzhost/ProgressDisplay.h"
+#include "platform/HostProgress.h"
 
 namespace host {
 
@@ -28,6 +29,8 @@ class StatusProgress {
 
   /// A new text of the status bar: "MESSAGE 42.0%", either part of which may be missing.
   void Show(const std::string& text);
+  /// The same in two pieces; a percentage outside 1 to 100 counts as missing.
+  void Show(const std::string& message, int percentage);
   /// The operation's question whether to stop.
   bool AskedToStop();
 
@@ -36,6 +39,15 @@ class StatusProgress {
   Keyboard m_keyboard;
   ProgressLines m_lines;
   bool m_cancelled = false;
+};
+
+/// For operations that have a HostProgress: what they say and ask goes to the living
+/// StatusProgress.
+class StatusHostProgress final : public HostProgress {
+ public:
+  bool LoadMessage(int number, CString* text) override;
+  void ShowProgress(CString* text, int percentage) override;
+  bool IsCancelled() override;
 };
 
 }  // namespace host

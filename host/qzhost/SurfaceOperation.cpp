@@ -5,12 +5,11 @@
 
 #include "formats/BinarySurface.h"
 #include "formats/FileError.h"
-#include "formats/OpenFile.h"
-#include "host/files/MeshOutput.h"
 #include "host/qzhost/CommandError.h"
 #include "host/qzhost/HostPaths.h"
 #include "host/qzhost/HostSystem.h"
 #include "host/qzhost/KernelMessages.h"
+#include "host/qzhost/MeshTarget.h"
 #include "host/qzhost/StatusProgress.h"
 #include "host/qzhost/TemporaryDirectory.h"
 
@@ -20,30 +19,6 @@ namespace {
 
 // What the add-in keeps of the name of a file that it makes; a longer one would be another file's.
 constexpr std::size_t kLongestName = 255;
-
-// The place where the result is to appear. Made sure of ahead of the run, which may take long.
-class Target {
- public:
-  explicit Target(const std::string& path) : m_output(MeshOutputAt(path)), m_staged(path) {
-    if (IsDirectory(path)) throw CommandError(path + ": is a directory");
-    try {
-      formats::OpenForWriting(m_staged.TemporaryPath());
-    } catch (const formats::FileError& error) {
-      throw formats::FileError(m_staged.AboutThePlace(error.what()));
-    }
-  }
-
-  void Put(const formats::Mesh& mesh) {
-    WriteStaged(m_staged, mesh, m_output);
-    m_staged.PutInPlace();
-  }
-
-  const MeshOutput& Output() const { return m_output; }
-
- private:
-  MeshOutput m_output;
-  StagedFile m_staged;
-};
 
 bool SameMesh(const formats::Mesh& a, const formats::Mesh& b) {
   const auto sameFacet = [](const formats::Facet& f, const formats::Facet& g) {
@@ -119,6 +94,8 @@ class Run {
   std::string WhyItFailed() const {
     const auto errors = m_messages.Errors();
     if (!errors.empty()) return InTheUsersNames({errors.back()}).front();
+    const std::string reason = m_operation.explain ? m_operation.explain() : "";
+    if (!reason.empty()) return reason;
     if (m_result.before.facets == 0) return m_operation.input + ": has no facets";
     return "the add-in reports failure and gives no reason";
   }
@@ -131,6 +108,11 @@ class Run {
     const formats::Mesh input = formats::ReadBinarySurface(m_inputFile);
     const std::string doubt = m_operation.doubt ? m_operation.doubt(input, result) : "";
     if (!doubt.empty()) return {kNoResult, "the add-in reports success, but " + doubt};
+    if (m_operation.inspect) m_operation.inspect(input, result);
+    if (m_operation.inspect && m_progress.AskedToStop()) {
+      m_result.outcome.cancelled = true;
+      return {kCancelled, "stopped by the user"};
+    }
     m_result.after =
         CountMesh(result, m_operation.countResultByNumber ? Counting::kByNumber : m_counting);
     m_result.changed = !SameMesh(input, result);
@@ -160,7 +142,7 @@ class Run {
   const AddIn m_addIn;
   // Listens ahead of the first temporary file: an interrupt that nobody listens to would leave it.
   StatusProgress m_progress;
-  std::optional<Target> m_target;
+  std::optional<MeshTarget> m_target;
   const TemporaryDirectory m_place;
   Counting m_counting = Counting::kByNumber;
   std::string m_inputFile;

@@ -25,6 +25,10 @@ struct SurfaceOperation {
   std::function<void(const AddIn& addIn, char* input, char* output, bool* succeeded)> call;
   /// Says why a result is not what the flag promises; empty when it is. May be left out.
   std::function<std::string(const formats::Mesh& input, const formats::Mesh& result)> doubt;
+  /// Looks at a result that is no doubt one, while the user can still stop. May be left out.
+  std::function<void(const formats::Mesh& input, const formats::Mesh& result)> inspect;
+  /// Why a flag is false when the kernel has said nothing; empty for unknown. May be left out.
+  std::function<std::string()> explain;
   /// The result's own vertex numbers count, whatever the input's are.
   bool countResultByNumber = false;
 };

@@ -106,6 +106,8 @@ int main(int argc, char** argv) {
   // A path may begin with a slash on every system.
   app.allow_windows_style_options(false);
   AddGlobalOptions(app, options);
+  host::AddCompareCommand(app, options);
+  host::AddCompressCommand(app, options);
   host::AddConvertCommand(app, options);
   host::AddFilterCommand(app, options);
   host::AddHealCommand(app, options);

@@ -12,6 +12,8 @@
 
 namespace host {
 
+void AddCompareCommand(CLI::App& app, Options& options);
+void AddCompressCommand(CLI::App& app, Options& options);
 void AddConvertCommand(CLI::App& app, Options& options);
 void AddFilterCommand(CLI::App& app, Options& options);
 void AddHealCommand(CLI::App& app, Options& options);

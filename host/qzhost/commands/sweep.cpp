@@ -1,4 +1,3 @@
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,23 +8,20 @@
 #include "formats/OpenFile.h"
 #include "formats/PathInfoFile.h"
 #include "host/QZCore/HostControl.h"
-#include "host/qzhost/AddIn.h"
-#include "host/qzhost/AddInRun.h"
-#include "host/qzhost/CommandError.h"
-#include "host/qzhost/HostPaths.h"
+#include "host/qzhost/JobRun.h"
 #include "host/qzhost/KernelMessages.h"
 #include "host/qzhost/MeshSummary.h"
-#include "host/qzhost/ProgressDisplay.h"
 #include "host/qzhost/Report.h"
 #include "host/qzhost/WrittenFiles.h"
 #include "host/qzhost/commands/commands.h"
-#include "platform/files.h"
 
 namespace host {
 
 namespace {
 
 constexpr const char* kOperation = "qztutlSweepMultipleToolpathsFromStock";
+const std::vector<std::string> kScratchFiles = {"BinaryPaths.tmp", "BinaryPaths.txt",
+                                                "StockModelOutput.tmp"};
 
 struct Job {
   std::string directory;  // in the system's spelling, with a trailing separator
@@ -37,11 +33,6 @@ struct Job {
   }
 };
 
-Job OpenJob(const std::string& path) {
-  if (!IsDirectory(path)) throw CommandError(path + ": there is no such job directory");
-  return {FullPath(path + "/")};
-}
-
 // The stock is read before the add-in starts, so that one that cannot be read leaves the job as it
 // is. A missing one is the add-in's own affair.
 std::optional<MeshSummary> SummariseStock(const Job& job) {
@@ -50,14 +41,9 @@ std::optional<MeshSummary> SummariseStock(const Job& job) {
 }
 
 Outcome RunAddIn(const Job& job, const Options& options) {
-  using Operation = void(CString, HostProgress*, bool*);
   const AddIn addIn(options.addIn);
-  auto* const sweep = addIn.Export<Operation>(kOperation);
   ProgressDisplay progress(options.quiet);
-  const CString directory(AddInDirectory(job.directory).c_str());
-  Outcome outcome = CallAddIn([&](bool* succeeded) { sweep(directory, &progress, succeeded); });
-  outcome.cancelled = progress.WasCancelled();
-  return outcome;
+  return RunJobOperation(addIn, kOperation, job.directory, progress);
 }
 
 // The first thing wrong with the job's own files, empty when they can all be read.
@@ -73,36 +59,13 @@ std::string UnreadableInput(const Job& job) {
   return "";
 }
 
-// The first of the job's scratch files that is there and cannot be written, or the directory; empty
-// when all can.
-std::string UnwritablePlace(const Job& job) {
-  if (!IsWritableDirectory(job.directory)) return job.directory;
-  for (const char* name : {"BinaryPaths.tmp", "BinaryPaths.txt", "StockModelOutput.tmp"}) {
-    std::string path = job.directory + name;
-    if (IsDirectory(path)) return path;
-    if (!StateOfFile(path).exists) continue;
-    FILE* stream = OpenStdFile(path.c_str(), "r+b");
-    if (stream == nullptr) return path;
-    std::fclose(stream);
-  }
-  return "";
-}
-
-Verdict ExplainFailure(const Job& job, const Outcome& outcome, const KernelMessages& messages) {
-  if (!outcome.stray.empty()) return {kFailed, "the add-in failed: " + outcome.stray};
-  const auto errors = messages.Errors();
-  if (!errors.empty()) return {kFailed, errors.back()};
-  const std::string unreadable = UnreadableInput(job);
-  if (!unreadable.empty()) return {kBadInput, unreadable};
-  const std::string unwritable = UnwritablePlace(job);
-  if (!unwritable.empty()) return {kFailed, unwritable + ": cannot be written"};
-  return {kFailed, "the add-in reports failure and gives no reason"};
-}
-
 Verdict Judge(const Job& job, const Outcome& outcome, const KernelMessages& messages,
               const WrittenFiles& written, std::optional<MeshSummary>& result) {
   if (outcome.cancelled) return {kCancelled, "stopped by the user"};
-  if (!outcome.flag) return ExplainFailure(job, outcome, messages);
+  if (!outcome.flag) {
+    return ExplainFalseFlag(outcome, messages.Errors(), UnreadableInput(job),
+                            UnwritablePlace(job.directory, kScratchFiles));
+  }
   if (!written.IsNew(job.Result())) {
     return {kNoResult, job.Result() + ": the add-in reports success but has made no new result"};
   }
@@ -114,11 +77,6 @@ Verdict Judge(const Job& job, const Outcome& outcome, const KernelMessages& mess
   return {};
 }
 
-void AddFiles(Report& report, const WrittenFiles& written) {
-  report.Add("files_written", written.Paths());
-  for (const std::string& path : written.Paths()) report.AddLine("wrote " + path);
-}
-
 // The add-in fills up a position that is cut short and goes on; nobody would see it in the result.
 void AddDamage(Report& report, const Job& job) {
   const std::string damage = UnreadableInput(job);
@@ -127,7 +85,7 @@ void AddDamage(Report& report, const Job& job) {
 }
 
 int Sweep(const std::string& path, const Options& options) {
-  const Job job = OpenJob(path);
+  const Job job{OpenJobDirectory(path)};
   const auto stock = SummariseStock(job);
   const std::string copies = StockDataDirectory().GetString();
   const WrittenFiles written({job.directory, copies.empty() ? job.directory : copies});
@@ -146,7 +104,7 @@ int Sweep(const std::string& path, const Options& options) {
     AddVolume(report, "removed", stock->volume - result->volume, options);
   }
   if (result.has_value() && result->facets == 0) report.AddLine("nothing is left of the stock");
-  AddFiles(report, written);
+  AddWrittenFiles(report, written.Paths());
   if (verdict.code == kSuccess) AddDamage(report, job);
   AddRemarks(report, messages.Warnings());
   return Conclude(report, verdict);
