@@ -15,7 +15,6 @@
 
 namespace {
 
-
 constexpr const char* kHeaderOnly = "binary surface";
 
 class Attempt : public support::Attempt<support::CompareJobTest> {
