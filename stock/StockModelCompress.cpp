@@ -25,7 +25,9 @@ bool WriteHarmlessPath(const CString& workDir, double tolerance, TrackedFile* in
 bool StockModelCompress(CString workDir, CString inputName, CString outputName,
                         UIDlgKernel* callbacks, double tolerance) {
   RemoveStaleOutput(outputName);
-  TrackedFile input(workDir, inputName, "rb");
+  // The verdict so far, which stands for the open as well unless the host writes the status.
+  bool status = false;
+  TrackedFile input(workDir, inputName, "rb", &status);
   if (WriteHarmlessPath(workDir, tolerance, &input) &&
       !RunSweep({workDir, inputName, outputName, workDir + "BinaryPaths.tmp", false}, callbacks)) {
     return false;

@@ -169,17 +169,18 @@ TEST_F(CompressTest, InputThatTheHostCallsUnopenedIsNotRead) {
   EXPECT_EQ(host.faults.Calls("fread"), 0);
 }
 
-TEST_F(CompressTest, HostThatDoesNotWriteTheStatusOfAGoodOpenWillDo) {
+TEST_F(CompressTest, InputWhoseStatusTheHostDoesNotWriteIsNotRead) {
   using StatusWrites = support::TestHost::StatusWrites;
   for (const StatusWrites writes : {StatusWrites::kOnlyOnFailure, StatusWrites::kNever}) {
     host.statusWrites = writes;
-    EXPECT_TRUE(Compress());
-    EXPECT_EQ(FilesInJob(), InputPathAnd(ResultBytes()));
+    EXPECT_FALSE(Compress());
+    ExpectEndedEarlyWith({});
+    EXPECT_EQ(host.faults.Calls("fread"), 0);
   }
 }
 
 TEST_F(CompressTest, InputWithoutAStreamIsNotReadWhateverTheStatus) {
-  host.statusWrites = support::TestHost::StatusWrites::kNever;
+  host.statusWrites = support::TestHost::StatusWrites::kTrueWhateverHappened;
   host.faults.FailCall("m_fopen_hl", 1);
   EXPECT_FALSE(Compress());
   ExpectEndedEarlyWith({});

@@ -168,9 +168,11 @@ FILE* m_fopen_hl(const char* sourceUnit, int line, const char* directory, const 
   host.events.Note("m_fopen_hl " + std::string(sourceUnit) + " " + host.events.Spell(directory) +
                    " " + host.events.Spell(name) + " " + mode + LineMark(line) +
                    Outcome(stream != nullptr));
-  const bool everyCall = host.statusWrites == support::TestHost::StatusWrites::kOnEveryCall;
-  const bool never = host.statusWrites == support::TestHost::StatusWrites::kNever;
-  if (!never && (stream == nullptr || everyCall)) *status = stream != nullptr;
+  using StatusWrites = support::TestHost::StatusWrites;
+  const bool isTrue = host.statusWrites == StatusWrites::kTrueWhateverHappened;
+  const bool everyCall = isTrue || host.statusWrites == StatusWrites::kOnEveryCall;
+  const bool never = host.statusWrites == StatusWrites::kNever;
+  if (!never && (stream == nullptr || everyCall)) *status = isTrue || stream != nullptr;
   // A host may call an open undone although it hands out a stream: the status decides.
   if (host.faults.Enter("m_fopen_hl status")) *status = false;
   return stream;

@@ -51,7 +51,7 @@ class TestHost {
 
   /// Not every host writes the status byte of a successful open, and what a host makes of it when
   /// an open fails is its own affair.
-  enum class StatusWrites { kOnEveryCall, kOnlyOnFailure, kNever };
+  enum class StatusWrites { kOnEveryCall, kOnlyOnFailure, kNever, kTrueWhateverHappened };
   StatusWrites statusWrites = StatusWrites::kOnEveryCall;
 
   /// Answers of file_exists that differ from the truth, by the path as events spell it.
