@@ -1,6 +1,5 @@
 #include "curves/OriginShift.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "platform/QZCore.h"
@@ -40,9 +39,12 @@ bool ChooseScale(double distance, const double* boxMin, const double* boxMax, do
     *s = kScaledHalfDistance / half;
     return true;
   }
-  double largest = boxMax[0] - boxMin[0];
-  for (int axis = 1; axis < 3; ++axis) largest = std::max(largest, boxMax[axis] - boxMin[axis]);
-  if (!(largest > kLargestExtent)) return false;
+  double largest = kLargestExtent;
+  for (int axis = 0; axis < 3; ++axis) {
+    // An extent that is no number is not the largest.
+    if (boxMax[axis] - boxMin[axis] > largest) largest = boxMax[axis] - boxMin[axis];
+  }
+  if (largest == kLargestExtent) return false;
   const double scale = kScaledExtent / largest;
   // A distance that this would make too small, or that is none at all, is worse than a large box.
   if (scale * half < kLeastHalfDistance) return false;
