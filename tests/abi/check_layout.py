@@ -67,6 +67,15 @@ class Layout(unittest.TestCase):
     def test_surface_channel_has_four_slots_in_order(self):
         self.assertEqual(self.slots("SurfaceTransfer"), ["Reset", "AddVertex", "AddTriangle", "Close"])
 
+    def test_curve_channel_has_six_slots_in_order(self):
+        self.assertEqual(self.slots("CurveTransfer"),
+                         ["Reset", "BeginGroup", "EndGroup", "AddPoint", "AddSegment", "Close"])
+
+    def test_segment_record_keeps_its_field_order_and_size(self):
+        fields, size = self.record("SegIpb")
+        self.assertEqual(fields, [(0, "int start"), (4, "int end"), (8, "int segment"), (12, "_Bool open")])
+        self.assertEqual(size, 16)
+
     def test_host_progress_has_three_slots_in_order(self):
         self.assertEqual(self.slots("HostProgress"), ["LoadMessage", "ShowProgress", "IsCancelled"])
 
@@ -120,14 +129,26 @@ class Layout(unittest.TestCase):
                 "?Compare@IFSweep@@QEAAXPEAUSurfaceTransfer@@0IHPEAIPEAN0@Z",
                 "??0IFHeal@@QEAA@PEAVUIDialog@@@Z",
                 "??1IFHeal@@QEAA@XZ",
-                "?Run@IFHeal@@QEAAXNPEAD0@Z"):
+                "?Run@IFHeal@@QEAAXNPEAD0@Z",
+                "??0IFSilhouette@@QEAA@XZ",
+                "??1IFSilhouette@@QEAA@XZ",
+                "?Run@IFSilhouette@@QEAAXPEAD0NPEAVUIDialog@@@Z",
+                "??0IFSpinsil@@QEAA@PEAVUIDialog@@@Z",
+                "??1IFSpinsil@@QEAA@XZ",
+                "?OpenInputChannel@IFSpinsil@@QEAAPEAUSurfaceTransfer@@XZ",
+                "?Run@IFSpinsil@@QEAAXPEAUCurveTransfer@@N@Z",
+                "??0IFSphoffset@@QEAA@PEAVUIDialog@@@Z",
+                "??1IFSphoffset@@QEAA@XZ",
+                "?OpenInputChannel@IFSphoffset@@QEAAPEAUSurfaceTransfer@@XZ",
+                "?Run@IFSphoffset@@QEAAXNNPEAUSurfaceTransfer@@@Z"):
             self.assertIn(expected, names)
 
     def test_exports_have_plain_names(self):
         names = self.imported_names()
         for expected in ("m_version", "m_main", "qztutlSweepMultipleToolpathsFromStock",
                          "qztutlSweepPartStockCompare", "qztutlStockModelCompress",
-                         "qztutlFilterStockByColor", "qztutl_heal"):
+                         "qztutlFilterStockByColor", "qztutl_heal", "qztutl_silbndy",
+                         "qztutlSpinSilBndy", "qztutlSphericalOffsetTris"):
             self.assertIn(expected, names)
 
     def test_host_services_of_the_status_bar_have_their_decorated_names(self):

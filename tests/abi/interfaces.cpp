@@ -4,9 +4,14 @@
 #include "callbacks/UIDialog.h"
 #include "callbacks/UIDialogQZC.h"
 #include "callbacks/UIDlgKernel.h"
+#include "curves/CurveTransfer.h"
+#include "curves/SegIpb.h"
 #include "platform/HostExecutable.h"
 #include "platform/HostProgress.h"
 #include "platform/IFHeal.h"
+#include "platform/IFSilhouette.h"
+#include "platform/IFSphoffset.h"
+#include "platform/IFSpinsil.h"
 #include "platform/IFSweep.h"
 #include "platform/QZCore.h"
 #include "stock/SurfaceTransfer.h"
@@ -21,6 +26,13 @@ struct ChannelProbe : SurfaceTransfer {
   void Close() override {}
 };
 
+struct CurveProbe : CurveTransfer {
+  int Reset() override { return 0; }
+  const int* AddPoint(const double*) override { return nullptr; }
+  void* AddSegment(const int*, const int*) override { return nullptr; }
+  int Close() override { return 1; }
+};
+
 struct ProgressProbe : HostProgress {
   bool LoadMessage(int, CString*) override { return false; }
   void ShowProgress(CString*, int) override {}
@@ -31,7 +43,7 @@ struct ProgressProbe : HostProgress {
 
 int LayOut() {
   return static_cast<int>(sizeof(UIDialogQZC) + sizeof(UIDlgKernel) + sizeof(SurfaceXferQZ) +
-                          sizeof(IFSweep) + sizeof(IFHeal));
+                          sizeof(IFSweep) + sizeof(IFHeal) + sizeof(SegIpb));
 }
 
 void CallEverySlot(UIDialog* dialog, SurfaceTransfer* channel, HostProgress* progress) {
@@ -63,6 +75,21 @@ void CallHealKernel(UIDialog* dialog, char* path) {
   heal.Run(0.0, path, path);
 }
 
+void CallOutlineKernel(UIDialog* dialog, SurfaceTransfer* channel, CurveTransfer* curves,
+                       char* path) {
+  CurveProbe curveProbe;
+  curves = curves == nullptr ? &curveProbe : curves;
+  curves->Close();
+  IFSilhouette silhouette;
+  silhouette.Run(path, path, 0.0, dialog);
+  IFSpinsil spinsil(dialog);
+  spinsil.OpenInputChannel();
+  spinsil.Run(curves, 0.0);
+  IFSphoffset sphoffset(dialog);
+  sphoffset.OpenInputChannel();
+  sphoffset.Run(0.0, 0.0, channel);
+}
+
 void CallHost() {
   KeyPress(27);
   UpdateStatusBarText("");
@@ -78,4 +105,10 @@ void CallExports(HostProgress* progress, char* path, unsigned char* colours, boo
   qztutlStockModelCompress("", "", "", progress, 0.0, succeeded);
   qztutlFilterStockByColor(path, path, 0, colours, succeeded);
   qztutl_heal(0.0, path, path, succeeded);
+}
+
+void CallOutlineExports(char* path, double* box, unsigned char* result) {
+  qztutl_silbndy(path, path, 0.0, box, box, result);
+  qztutlSpinSilBndy(path, 0, path, 0.0, box, box, result);
+  qztutlSphericalOffsetTris(path, path, 0.0, 0.0, box, box, result);
 }
