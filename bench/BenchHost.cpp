@@ -30,3 +30,8 @@ char file_exists(const char* path, char) {
 }
 
 bool IsMetric() { return true; }
+
+// Names are full paths.
+CString GetTempDirectory() { return ""; }
+
+double tol = 0.001;
