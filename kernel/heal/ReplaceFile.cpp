@@ -11,7 +11,7 @@ namespace {
 
 // A link that leads nowhere takes a name as well. What cannot be looked at is free: writing to it
 // says why not.
-bool IsTaken(const std::string& path) {
+bool IsTaken(const std::filesystem::path& path) {
   std::error_code ignored;
   return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
 }
@@ -31,10 +31,10 @@ class TemporaryFile {
     std::filesystem::remove(m_path, ignored);
   }
 
-  const std::string& Path() const { return m_path; }
+  const std::filesystem::path& Path() const { return m_path; }
 
  private:
-  std::string m_path;
+  std::filesystem::path m_path;  // made of a text, it would need memory in the destructor
 };
 
 }  // namespace
@@ -46,7 +46,7 @@ void ReplaceFile(const std::string& path, const std::function<void(const std::st
     throw formats::FileError(path + ": is a directory");
   }
   const TemporaryFile file(path);
-  write(file.Path());
+  write(file.Path().string());
   std::filesystem::rename(file.Path(), target, error);
   if (error) throw formats::FileError(path + ": cannot be written: " + error.message());
 }

@@ -12,7 +12,7 @@ std::atomic<long> g_failing{0};
 
 }  // namespace
 
-// The whole program's, arrays included: the library's other forms come here.
+// The whole program's, in every form that does not align: a sanitizer's own do not come by here.
 void* operator new(std::size_t size) {
   if (g_counting && ++g_count == g_failing) throw std::bad_alloc();
   void* const block = std::malloc(size == 0 ? 1 : size);
@@ -20,8 +20,25 @@ void* operator new(std::size_t size) {
   return block;
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept {
+  return operator new(size, nothrow);
+}
+
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { std::free(block); }
 
 namespace heal_test {
 
