@@ -57,6 +57,6 @@ bool GroupSegments(const Segment* segments, int count, SegmentLists* lists) {
   if (!lists->Reserve(count)) return false;
   Grouping grouping(lists);
   if (!grouping.Prepare(count)) return false;
-  for (int i = 0; i < count; ++i) grouping.Place({segments[i].start, segments[i].end, i});
+  for (int i = 0; i < count; ++i) grouping.Place({segments[i].start, segments[i].end, i, true});
   return true;
 }

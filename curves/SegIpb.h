@@ -4,6 +4,6 @@
 struct SegIpb {
   int start;
   int end;
-  int segment;       // its position in the channel's array, from 0
-  bool open = true;  // whether the list that it heads may still start a curve
+  int segment;  // its position in the channel's array, from 0
+  bool open;    // whether the list that it heads may still start a curve; true at first
 };

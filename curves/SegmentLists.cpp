@@ -20,38 +20,41 @@ std::unique_ptr<Item[]> Grown(const std::unique_ptr<Item[]>& items, int count, i
 }  // namespace
 
 bool SegmentLists::Reserve(int records) {
-  // There are never more lists than records.
-  if (m_nodeCount > std::numeric_limits<int>::max() - records) return false;
-  std::unique_ptr<Node[]> nodes = Grown(m_nodes, m_nodeCount, records);
-  if (nodes == nullptr) return false;
-  std::unique_ptr<List[]> lists = Grown(m_lists, m_listCount, records);
-  if (lists == nullptr) return false;
-  m_nodes = std::move(nodes);
-  m_lists = std::move(lists);
+  if (m_recordCount > std::numeric_limits<int>::max() - records) return false;
+  std::unique_ptr<SegIpb[]> grownRecords = Grown(m_records, m_recordCount, records);
+  if (grownRecords == nullptr) return false;
+  std::unique_ptr<int[]> grownNext = Grown(m_next, m_recordCount, records);
+  if (grownNext == nullptr) return false;
+  std::unique_ptr<List[]> grownLists = Grown(m_lists, m_listCount, records);
+  if (grownLists == nullptr) return false;
+  m_records = std::move(grownRecords);
+  m_next = std::move(grownNext);
+  m_lists = std::move(grownLists);
   return true;
 }
 
 void SegmentLists::AddHead(int list, const SegIpb& record) {
-  Of(list).head = NewNode(record, Of(list).head);
+  Of(list).head = NewRecord(record, Of(list).head);
 }
 
 void SegmentLists::AddTail(int list, const SegIpb& record) {
-  const int node = NewNode(record, kNone);
-  At(Of(list).tail).next = node;
-  Of(list).tail = node;
+  const int number = NewRecord(record, kNone);
+  Next(Of(list).tail) = number;
+  Of(list).tail = number;
 }
 
 void SegmentLists::AddList(const SegIpb& record) {
-  const int node = NewNode(record, kNone);
-  Of(m_listCount++) = {node, node};
+  const int number = NewRecord(record, kNone);
+  Of(m_listCount++) = {number, number};
 }
 
 void SegmentLists::CloseOff(int list) {
-  At(Of(list).head).record.open = false;
-  At(Of(list).tail).record.open = false;
+  At(Of(list).head).open = false;
+  At(Of(list).tail).open = false;
 }
 
-int SegmentLists::NewNode(const SegIpb& record, int next) {
-  At(m_nodeCount) = {record, next};
-  return m_nodeCount++;
+int SegmentLists::NewRecord(const SegIpb& record, int next) {
+  At(m_recordCount) = record;
+  Next(m_recordCount) = next;
+  return m_recordCount++;
 }

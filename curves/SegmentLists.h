@@ -5,7 +5,7 @@
 #include "curves/SegIpb.h"
 
 /// Lists of segments, each the continuation of the one before it. Lists and records are numbered
-/// from 0 in the order made; a list is never empty and never goes. Everything lies in two arrays,
+/// from 0 in the order made; a list is never empty and never goes. Everything lies in three arrays,
 /// so that a million short lists cost no more than one long one.
 class SegmentLists {
  public:
@@ -16,8 +16,8 @@ class SegmentLists {
   bool Reserve(int records);
 
   int Count() const { return m_listCount; }
-  const SegIpb& Head(int list) const { return At(Of(list).head).record; }
-  const SegIpb& Tail(int list) const { return At(Of(list).tail).record; }
+  const SegIpb& Head(int list) const { return At(Of(list).head); }
+  const SegIpb& Tail(int list) const { return At(Of(list).tail); }
 
   /// These three take from the room that was reserved.
   void AddHead(int list, const SegIpb& record);
@@ -31,28 +31,27 @@ class SegmentLists {
   /// Calls action(record) head to tail until it returns false; whether it never did.
   template <class Action>
   bool ForEach(int list, Action action) const {
-    for (int node = Of(list).head; node != kNone; node = At(node).next) {
-      if (!action(At(node).record)) return false;
+    for (int record = Of(list).head; record != kNone; record = Next(record)) {
+      if (!action(At(record))) return false;
     }
     return true;
   }
 
  private:
-  struct Node {
-    SegIpb record;
-    int next;
-  };
   struct List {
     int head;
     int tail;
   };
 
-  Node& At(int node) const { return m_nodes.get()[node]; }
+  SegIpb& At(int record) const { return m_records.get()[record]; }
+  int& Next(int record) const { return m_next.get()[record]; }
   List& Of(int list) const { return m_lists.get()[list]; }
-  int NewNode(const SegIpb& record, int next);
+  int NewRecord(const SegIpb& record, int next);
 
-  std::unique_ptr<Node[]> m_nodes;
+  // The links apart from the records: at a tail nothing but the link is touched.
+  std::unique_ptr<SegIpb[]> m_records;
+  std::unique_ptr<int[]> m_next;
   std::unique_ptr<List[]> m_lists;
-  int m_nodeCount = 0;
+  int m_recordCount = 0;
   int m_listCount = 0;
 };
