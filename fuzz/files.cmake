@@ -18,3 +18,8 @@ qz_file_fuzz(dump_binary_paths_text DumpBinaryPathsTextFuzz.cpp path_files forma
 qz_file_fuzz(combine_path_info_files CombinePathInfoFilesFuzz.cpp path_files QZCore)
 qz_file_fuzz(compare_bands CompareBandsFuzz.cpp stock path_files)
 qz_file_fuzz(read_highest_vertex ReadHighestVertexFuzz.cpp stock)
+qz_file_fuzz(shifted_files ShiftedFilesFuzz.cpp origin_shift)
+qz_file_fuzz(curve_xfer_qz CurveXferQZFuzz.cpp curve_channel QZCore)
+# Beside the plain channel of the tests.
+target_sources(fuzz_curve_xfer_qz PRIVATE ${CMAKE_SOURCE_DIR}/tests/support/PlainCurveChannel.cpp)
+target_include_directories(fuzz_curve_xfer_qz PRIVATE ${CMAKE_SOURCE_DIR}/tests)
