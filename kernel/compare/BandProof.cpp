@@ -14,6 +14,16 @@ constexpr std::size_t kManyCorners = 7;
 constexpr double kMuchLonger = 4;
 // A stock facet of less height over its length has no normal to rely on.
 constexpr double kThin = 1e-5;
+// What a cut along a facet's sides takes off a piece must be more than this share of its area.
+constexpr double kFairShare = 0.05;
+
+double DoubleArea(const ConvexPolygon& piece) {
+  double area = 0;
+  for (std::size_t i = 2; i < piece.Count(); ++i) {
+    area += Length(Cross(piece.At(i - 1) - piece.At(0), piece.At(i) - piece.At(0)));
+  }
+  return area;
+}
 
 }  // namespace
 
@@ -98,6 +108,9 @@ bool BandProof::CutOff(const ConvexPolygon& piece, std::uint32_t slot, double hi
     rest[i] = sides.below;
     if (above.Count() == 0) return false;
   }
+  // A piece in the plane of a facet's side is cut by rounding only: what is left is the piece
+  // again.
+  if (!(DoubleArea(above) > kFairShare * DoubleArea(piece))) return false;
   for (std::size_t i = 0; i < above.Count(); ++i) {
     if (std::abs(Dot(normal, above.At(i) - corners[0])) > high) return false;
   }
