@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <limits>
 
 #include "kernel/common/Workers.h"
@@ -36,7 +35,7 @@ std::array<Vec3, 3> CornersOf(const HalfEdgeMesh& mesh, Index facet) {
 void Settle(MergedMesh& merged, const std::vector<Index>& points,
             const std::vector<Index>& facets) {
   for (const Index point : points) {
-    const Vec3& at = merged.mesh.At(point);
+    const Vec3 at = merged.carried.At(merged.mesh, point);
     double least = std::numeric_limits<double>::infinity();
     Index nearest = facets.front();
     for (const Index facet : facets) {
@@ -96,19 +95,13 @@ class Rounds {
         m_isWaiting(merged.mesh.VertexCount(), 0),
         m_touched(merged.mesh.VertexCount(), 0) {}
 
-  void Run(const Watch& watch, const std::function<void()>& halved) {
+  void Run(const Watch& watch) {
     StartAll(watch);
-    std::size_t left = m_merged.CountFacets();
-    std::size_t next = left / 2;
     for (m_round = 1; !m_waiting.empty(); ++m_round) {
-      const std::vector<Index> chosen = Choose();
-      left -= 2 * CollapseAll(chosen, [&] { watch(Share()); });
+      CollapseAll(Choose(), [&] { watch(Share()); });
       std::erase_if(m_waiting, [&](Index vertex) { return m_isWaiting[vertex] == 0; });
       m_waiting.insert(m_waiting.end(), m_woken.begin(), m_woken.end());
       m_woken.clear();
-      if (left > next) continue;
-      halved();
-      next = left / 2;
     }
   }
 
@@ -165,33 +158,30 @@ class Rounds {
     return true;
   }
 
-  // Returns how many vertices went.
-  std::size_t CollapseAll(const std::vector<Index>& chosen, const std::function<void()>& watch) {
+  void CollapseAll(const std::vector<Index>& chosen, const std::function<void()>& watch) {
     std::vector<std::vector<Index>> woken((chosen.size() + kChunk - 1) / kChunk);
-    std::atomic<std::size_t> gone{0};
     const auto collapse = [&](std::size_t begin, std::size_t end) {
       VertexStar star(m_merged, m_limits);
       for (std::size_t i = begin; i < end; ++i) {
-        if (TryCollapse(chosen[i], star, woken[begin / kChunk])) ++gone;
+        TryCollapse(chosen[i], star, woken[begin / kChunk]);
       }
     };
     InChunks(chosen.size(), collapse, watch);
     for (const std::vector<Index>& some : woken) {
       m_woken.insert(m_woken.end(), some.begin(), some.end());
     }
-    return gone;
   }
 
   // Reads and changes no vertex beyond the star, and no facet that has none of them.
-  bool TryCollapse(Index vertex, VertexStar& star, std::vector<Index>& woken) {
+  void TryCollapse(Index vertex, VertexStar& star, std::vector<Index>& woken) {
     const PlannedCollapse plan = star.Plan(vertex);
     const bool isPlanned = plan.half != HalfEdgeMesh::kNone;
     if (isPlanned && plan.cost > m_most) {
       m_cost[vertex] = plan.cost;
-      return false;
+      return;
     }
     m_isWaiting[vertex] = 0;
-    if (!isPlanned) return false;
+    if (!isPlanned) return;
     for (const Index half : star.Halves()) {
       const Index neighbour = m_merged.mesh.Target(half);
       m_cost[neighbour] = std::max(m_cost[neighbour], plan.cost);
@@ -199,7 +189,6 @@ class Rounds {
       m_isWaiting[neighbour] = 1;
     }
     Apply(m_merged, plan.half);
-    return true;
   }
 
   MergedMesh& m_merged;
@@ -215,9 +204,8 @@ class Rounds {
 
 }  // namespace
 
-void CollapseInRounds(MergedMesh& merged, const CompressLimits& limits, const Watch& watch,
-                      const std::function<void()>& halved) {
-  Rounds(merged, limits).Run(watch, halved);
+void CollapseInRounds(MergedMesh& merged, const CompressLimits& limits, const Watch& watch) {
+  Rounds(merged, limits).Run(watch);
 }
 
 }  // namespace kernel

@@ -8,10 +8,8 @@ namespace kernel {
 
 // Moves vertices into neighbours, cheap ones first, until none can go that way. Works in rounds of
 // collapses that have no vertex of their stars in common, on all threads; the outcome does not
-// depend on how many. `watch` hears the share that is done, roughly; `halved` is called each time
-// that the number of facets has halved.
+// depend on how many. `watch` hears the share that is done, roughly.
 void CollapseInRounds(MergedMesh& merged, const CompressLimits& limits,
-                      const std::function<void(double)>& watch,
-                      const std::function<void()>& halved);
+                      const std::function<void(double)>& watch);
 
 }  // namespace kernel

@@ -9,54 +9,50 @@
 namespace kernel {
 namespace {
 
+using Index = HalfEdgeMesh::Index;
+
 constexpr double kBorderShare = 0.01;
 // What fails the proof may use half of the tolerance, then nothing of it.
 constexpr float kFirstShare = 0.5F;
-constexpr int kMostAttempts = 8;
+constexpr int kMostAttempts = 12;
+// From this attempt on what is next to it is held back as well.
+constexpr int kWidenFrom = 3;
 
-// States of the mesh on its way, so that what fails the proof need not begin anew.
-class Milestones {
- public:
-  explicit Milestones(const HalfEdgeMesh& original) : m_kept(kMost, MergedMesh(original)) {}
-
-  void Add(const MergedMesh& merged) {
-    std::rotate(m_kept.begin(), m_kept.begin() + 1, m_kept.end());
-    m_kept.back() = merged;
+// The vertices, and those next to them in the mesh.
+std::vector<Index> WithNeighbours(const HalfEdgeMesh& mesh, const std::vector<Index>& vertices) {
+  std::vector<Index> all = vertices;
+  for (const Index vertex : vertices) {
+    const Index first = mesh.Out(vertex);
+    Index half = first;
+    do {
+      all.push_back(mesh.Target(half));
+      half = mesh.Around(half);
+    } while (half != first);
   }
-  // A state of more than twice as many facets as the last one.
-  const MergedMesh& Early() const { return m_kept.front(); }
-
- private:
-  static constexpr std::size_t kMost = 2;
-  std::vector<MergedMesh> m_kept;
-};
+  std::sort(all.begin(), all.end());
+  all.erase(std::unique(all.begin(), all.end()), all.end());
+  return all;
+}
 
 }  // namespace
 
 CutMesh CompressMesh(CutMesh mesh, double tolerance, double least, const Tell& tell) {
   const HalfEdgeMesh original(std::move(mesh));
   const CompressLimits limits{tolerance, kBorderShare * tolerance, least};
-  Milestones milestones(original);
-  MergedMesh merged(original);
   std::vector<float> shares(original.VertexCount(), 1);
+  double from = 0;
   for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-    // Most of the time goes into the first attempt.
-    const double from = attempt == 0 ? 0 : 0.9;
-    const double to = attempt == 0 ? 0.9 : 1;
+    // Most meshes pass at the first attempt; each further one has half of what is left.
+    const double to = attempt == 0 ? 0.8 : from + (1 - from) / 2;
     const auto tellShare = [&](double share) { tell(from + share * (to - from)); };
-    CollapseInRounds(
-        merged, limits, [&](double share) { tellShare(0.8 * share); },
-        [&] {
-          if (attempt == 0) milestones.Add(merged);
-        });
-    const std::vector<HalfEdgeMesh::Index> unproven =
+    MergedMesh merged(original, shares);
+    CollapseInRounds(merged, limits, [&](double share) { tellShare(0.8 * share); });
+    std::vector<Index> unproven =
         ProveNear(original, merged, tolerance, [&](double share) { tellShare(0.8 + 0.2 * share); });
     if (unproven.empty()) return merged.mesh.Release();
-    for (const HalfEdgeMesh::Index vertex : unproven) {
-      shares[vertex] = shares[vertex] < 1 ? 0 : kFirstShare;
-    }
-    merged = attempt < kMostAttempts / 2 ? milestones.Early() : MergedMesh(original);
-    merged.shares = shares;
+    if (attempt >= kWidenFrom) unproven = WithNeighbours(original, unproven);
+    for (const Index vertex : unproven) shares[vertex] = shares[vertex] < 1 ? 0 : kFirstShare;
+    from = to;
   }
   return HalfEdgeMesh(original).Release();
 }

@@ -10,10 +10,10 @@ namespace kernel {
 // proven for every facet of both in the end, and what fails the proof is merged less or not at all.
 //
 // Colour borders and edges that are sharp stay: they are simplified along themselves only, and are
-// moved by no more than a hundredth of the tolerance. No facet turns over, becomes lower than
-// `least`, or meets another one at an edge that was not sharp before and is so afterwards. Facets
-// and vertices keep their order. Runs on all threads; the outcome does not depend on how many.
-// `tell` hears the share that is done.
+// moved by no more than a hundredth of the tolerance. What is sharp (see FeatureEdges) stays so,
+// and no other edge becomes so. No facet turns over or becomes lower than `least`. Facets and
+// vertices keep their order. Runs on all threads; the outcome does not depend on how many. `tell`
+// hears the share that is done.
 CutMesh CompressMesh(CutMesh mesh, double tolerance, double least, const Tell& tell);
 
 }  // namespace kernel

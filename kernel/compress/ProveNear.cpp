@@ -25,7 +25,9 @@ class Prover {
     for (Index facet = 0; facet < merged.mesh.FacetCount(); ++facet) {
       if (!merged.mesh.IsLive(facet)) continue;
       for (Index i = 0; i < 3; ++i) m_home[merged.mesh.Origin(3 * facet + i)] = facet;
-      merged.carried.ForEachOf(facet, [&](Index vertex) { m_home[vertex] = facet; });
+      merged.carried.ForEachOf(facet, [&](Index point) {
+        if (point < m_home.size()) m_home[point] = facet;
+      });
     }
   }
 
@@ -33,19 +35,21 @@ class Prover {
   std::vector<Index> Unproven(Index facet) const {
     if (IsUnchanged(facet)) return {};
     std::vector<Index> unproven;
-    const auto fail = [&](Index vertex) { unproven.push_back(vertex); };
-    const Index first = m_original.Origin(3 * facet);
-    if (!m_mergedBound.IsWithin(m_originalBound.CornersOf(facet), m_tolerance, m_home[first])) {
-      for (Index i = 0; i < 3; ++i) fail(m_original.Origin(3 * facet + i));
-    }
+    if (!IsProven(facet)) AddCorners(m_original, facet, unproven);
     if (m_merged.mesh.IsLive(facet) && !IsProvenBack(facet)) {
-      for (Index i = 0; i < 3; ++i) fail(m_merged.mesh.Origin(3 * facet + i));
-      m_merged.carried.ForEachOf(facet, fail);
+      AddCorners(m_merged.mesh, facet, unproven);
+      m_merged.carried.ForEachOf(facet, [&](Index point) {
+        for (const Index end : m_merged.carried.EndsOf(point)) unproven.push_back(end);
+      });
     }
     return unproven;
   }
 
  private:
+  static void AddCorners(const HalfEdgeMesh& mesh, Index facet, std::vector<Index>& vertices) {
+    for (Index i = 0; i < 3; ++i) vertices.push_back(mesh.Origin(3 * facet + i));
+  }
+
   bool IsUnchanged(Index facet) const {
     for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
       if (m_merged.mesh.Origin(half) != m_original.Origin(half)) return false;
@@ -53,18 +57,45 @@ class Prover {
     return true;
   }
 
+  bool IsProven(Index facet) const {
+    const std::array<Vec3, 3> corners = m_originalBound.CornersOf(facet);
+    for (Index i = 0; i < 3; ++i) {
+      const Index vertex = m_original.Origin(3 * facet + i);
+      if (m_mergedBound.IsWithin(corners, m_tolerance, m_home[vertex])) return true;
+    }
+    return IsWithinFromCorners(m_mergedBound, m_merged.mesh, corners, m_original, facet);
+  }
+
   bool IsProvenBack(Index facet) const {
     const std::array<Vec3, 3> corners = m_mergedBound.CornersOf(facet);
     const Vec3 centre = (corners[0] + corners[1] + corners[2]) / 3;
     Index nearest = m_merged.mesh.Origin(3 * facet);
     double least = LengthSquared(m_original.At(nearest) - centre);
-    m_merged.carried.ForEachOf(facet, [&](Index vertex) {
-      const double square = LengthSquared(m_original.At(vertex) - centre);
+    m_merged.carried.ForEachOf(facet, [&](Index point) {
+      const double square = LengthSquared(m_merged.carried.At(m_original, point) - centre);
       if (square >= least) return;
       least = square;
-      nearest = vertex;
+      nearest = m_merged.carried.EndsOf(point)[0];
     });
-    return m_originalBound.IsWithin(corners, m_tolerance, m_original.Out(nearest) / 3);
+    return m_originalBound.IsWithin(corners, m_tolerance, m_original.Out(nearest) / 3) ||
+           IsWithinFromCorners(m_originalBound, m_original, corners, m_merged.mesh, facet);
+  }
+
+  // The same for every facet around the corners that are vertices of both meshes: at an edge the
+  // first one tried may lead over to the wrong side.
+  bool IsWithinFromCorners(const SurfaceBound& bound, const HalfEdgeMesh& mesh,
+                           const std::array<Vec3, 3>& corners, const HalfEdgeMesh& owner,
+                           Index facet) const {
+    for (Index i = 0; i < 3; ++i) {
+      const Index first = mesh.Out(owner.Origin(3 * facet + i));
+      if (first == HalfEdgeMesh::kNone) continue;
+      Index half = first;
+      do {
+        if (bound.IsWithin(corners, m_tolerance, half / 3)) return true;
+        half = mesh.Around(half);
+      } while (half != first);
+    }
+    return false;
   }
 
   const HalfEdgeMesh& m_original;

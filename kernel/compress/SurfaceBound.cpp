@@ -203,6 +203,14 @@ Index SurfaceBound::WalkTowards(const Vec3& point, Index hint) const {
         if (tryFacet(half / 3)) moved = true;
       }
     }
+    // A needle may not tell which of its parts is nearest.
+    const Index first = from - part;
+    for (Index corner = first; !moved && corner < first + 3; ++corner) {
+      for (Index half = m_mesh.Around(corner); half != corner && !moved;
+           half = m_mesh.Around(half)) {
+        moved = tryFacet(half / 3);
+      }
+    }
     if (!moved) break;
   }
   return best;

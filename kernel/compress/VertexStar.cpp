@@ -26,14 +26,6 @@ constexpr double kEstimateShare = 0.95;
 
 }  // namespace
 
-std::size_t MergedMesh::CountFacets() const {
-  std::size_t count = 0;
-  for (HalfEdgeMesh::Index facet = 0; facet < mesh.FacetCount(); ++facet) {
-    if (mesh.IsLive(facet)) ++count;
-  }
-  return count;
-}
-
 PlannedCollapse VertexStar::Plan(Index vertex) {
   if (!Collect(vertex) || !MayGo()) return {};
   LookAtFacets();
@@ -127,15 +119,16 @@ void VertexStar::LookBeyond() {
 bool VertexStar::GatherCarried() {
   m_carried.clear();
   bool mayTouch = true;
-  const auto add = [&](Index vertex, std::size_t facet) {
-    const double limit =
-        kEstimateShare * m_limits.tolerance * static_cast<double>(m_merged.shares[vertex]);
+  const auto add = [&](Index point, std::size_t facet) {
+    const auto [a, b] = m_merged.carried.EndsOf(point);
+    const float share = std::min(m_merged.shares[a], m_merged.shares[b]);
+    const double limit = kEstimateShare * m_limits.tolerance * static_cast<double>(share);
     mayTouch = mayTouch && limit > 0;
-    m_carried.push_back({m_mesh.At(vertex), limit * limit, facet});
+    m_carried.push_back({m_merged.carried.At(m_mesh, point), limit * limit, facet});
   };
   add(m_vertex, 0);
   for (std::size_t i = 0; i < Count(); ++i) {
-    m_merged.carried.ForEachOf(m_halves[i] / 3, [&](Index vertex) { add(vertex, i); });
+    m_merged.carried.ForEachOf(m_halves[i] / 3, [&](Index point) { add(point, i); });
   }
   return mayTouch;
 }
@@ -156,7 +149,7 @@ double VertexStar::CostOf(std::size_t to) const {
   return (area > 0 ? sum / area : 0) + kWayCost * LengthSquared(way);
 }
 
-bool VertexStar::IsSound(std::size_t to) { return KeepsShape(to) && MakesNoEdgeSharp(to); }
+bool VertexStar::IsSound(std::size_t to) { return KeepsShape(to) && KeepsSharpness(to); }
 
 // No facet turns over, loses its height or becomes a needle.
 bool VertexStar::KeepsShape(std::size_t to) {
@@ -177,24 +170,29 @@ bool VertexStar::KeepsShape(std::size_t to) {
   return true;
 }
 
-bool VertexStar::MakesNoEdgeSharp(std::size_t to) const {
-  const auto isFeature = [&](Index half) { return m_merged.features.Is(half); };
+// Whether an edge between facets of these normals may stand for `half`: it is as sharp as before.
+bool VertexStar::IsAsSharp(Index half, const Vec3& normal, const Vec3& other) const {
+  const bool isFeature = m_merged.features.Is(half);
+  const bool isBorder =
+      isFeature && m_mesh.Colour(half / 3) != m_mesh.Colour(m_mesh.Twin(half) / 3);
+  return isBorder || IsSharp(normal, other) == isFeature;
+}
+
+bool VertexStar::KeepsSharpness(std::size_t to) const {
   // The facets that vanish leave those across their ring edges to their neighbours.
   const std::size_t next = (to + 1) % Count();
   const std::size_t last = Before(Before(to));
   const std::array<std::array<std::size_t, 2>, 2> closed = {{{to, next}, {Before(to), last}}};
   for (const auto& [gone, stays] : closed) {
-    if (isFeature(HalfEdgeMesh::Next(m_halves[gone]))) continue;
-    if (IsSharp(m_beyond[gone], m_after[stays])) return false;
+    const Index ring = HalfEdgeMesh::Next(m_halves[gone]);
+    if (!IsAsSharp(ring, m_beyond[gone], m_after[stays])) return false;
   }
   for (std::size_t i = 0; i < Count(); ++i) {
     if (Vanishes(i, to)) continue;
-    if (!isFeature(HalfEdgeMesh::Next(m_halves[i])) && IsSharp(m_after[i], m_beyond[i])) {
-      return false;
-    }
+    if (!IsAsSharp(HalfEdgeMesh::Next(m_halves[i]), m_after[i], m_beyond[i])) return false;
     const std::size_t before = Before(i);
     if (Vanishes(before, to)) continue;
-    if (!isFeature(m_halves[i]) && IsSharp(m_after[i], m_after[before])) return false;
+    if (!IsAsSharp(m_halves[i], m_after[i], m_after[before])) return false;
   }
   return true;
 }

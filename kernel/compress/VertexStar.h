@@ -20,16 +20,11 @@ struct MergedMesh {
   FeatureEdges features;
   CarriedPoints carried;
 
-  explicit MergedMesh(const HalfEdgeMesh& original)
-      : mesh(original),
-        features(original),
-        carried(original.VertexCount(), original.FacetCount()),
-        shares(original.VertexCount(), 1) {}
+  MergedMesh(const HalfEdgeMesh& original, const std::vector<float>& vertexShares)
+      : mesh(original), features(original), carried(original), shares(vertexShares) {}
 
   // The share of the tolerance that each original vertex may use; one of 0 keeps its facets.
-  std::vector<float> shares;
-
-  std::size_t CountFacets() const;
+  const std::vector<float>& shares;
 };
 
 struct PlannedCollapse {
@@ -78,7 +73,8 @@ class VertexStar {
   double CostOf(std::size_t to) const;
   bool IsSound(std::size_t to);
   bool KeepsShape(std::size_t to);
-  bool MakesNoEdgeSharp(std::size_t to) const;
+  bool IsAsSharp(Index half, const Vec3& normal, const Vec3& other) const;
+  bool KeepsSharpness(std::size_t to) const;
   bool StaysNear(std::size_t to) const;
   bool IsNear(const Carried& carried, std::size_t to) const;
   bool CrossesNear(std::size_t to) const;

@@ -76,12 +76,13 @@ std::size_t MeshDistance::Build(std::size_t first, std::size_t last) {
   return place;
 }
 
-void MeshDistance::Search(std::size_t index, const Point& point, double& best) const {
+void MeshDistance::Search(std::size_t index, const Point& point, Nearest& best) const {
   const Node& node = m_nodes[index];
   if (node.left == 0) {
     for (std::size_t i = node.first; i < node.last; ++i) {
       const auto corners = Corners(m_mesh, m_mesh.facets[m_order[i]]);
-      best = std::min(best, DistanceToTriangle(point, corners[0], corners[1], corners[2]));
+      const double distance = DistanceToTriangle(point, corners[0], corners[1], corners[2]);
+      if (distance < best.distance) best = {distance, m_order[i]};
     }
     return;
   }
@@ -91,12 +92,12 @@ void MeshDistance::Search(std::size_t index, const Point& point, double& best) c
   std::size_t near = node.left;
   std::size_t far = node.right;
   if (away(far) < away(near)) std::swap(near, far);
-  if (away(near) < best) Search(near, point, best);
-  if (away(far) < best) Search(far, point, best);
+  if (away(near) < best.distance) Search(near, point, best);
+  if (away(far) < best.distance) Search(far, point, best);
 }
 
-double MeshDistance::To(const Point& point) const {
-  double best = kInfinity;
+MeshDistance::Nearest MeshDistance::NearestTo(const Point& point) const {
+  Nearest best{kInfinity, 0};
   if (!m_nodes.empty()) Search(0, point, best);
   return best;
 }

@@ -17,8 +17,14 @@ class MeshDistance {
  public:
   explicit MeshDistance(const formats::Mesh& mesh);
 
+  struct Nearest {
+    double distance;
+    std::size_t facet;  // its number in the mesh
+  };
+
   /// Infinite when the mesh has no facets.
-  double To(const Point& point) const;
+  double To(const Point& point) const { return NearestTo(point).distance; }
+  Nearest NearestTo(const Point& point) const;
 
  private:
   struct Node {
@@ -28,7 +34,7 @@ class MeshDistance {
   };
 
   std::size_t Build(std::size_t first, std::size_t last);
-  void Search(std::size_t node, const Point& point, double& best) const;
+  void Search(std::size_t node, const Point& point, Nearest& best) const;
 
   const formats::Mesh& m_mesh;
   std::vector<std::size_t> m_order;
