@@ -110,8 +110,9 @@ void AddInserts(Report& report, const formats::AptReport& program) {
       report.AddLine("line " + std::to_string(note.line) + " says: " + note.text);
     }
   }
-  if (program.insertCount > static_cast<std::int64_t>(kLinesShown)) {
-    report.AddLine("and " + std::to_string(program.insertCount - kLinesShown) + " inserts more");
+  const auto left = program.insertCount - static_cast<std::int64_t>(kLinesShown);
+  if (left > 0) {
+    report.AddLine("and " + std::to_string(left) + " inserts more");
   }
   report.Add("inserts", std::move(list));
 }
