@@ -41,7 +41,7 @@ double FloorError(const formats::Mesh& mesh, double floor) {
 
 // The tools' surface inside the block.
 void ExpectFits(const SweepResult& run, const support::MovedTools& tools) {
-  ExpectFits(run, tools, kCut, kTolerance, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
+  sweep_test::ExpectFits(run, tools, kCut, kTolerance, {0.3, 0.3, 0.3}, {39.7, 29.7, 19.7});
 }
 
 TEST(CutShapes, FlatCutterLeavesASlotWithARoundEndAtEachSide) {
