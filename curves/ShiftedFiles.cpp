@@ -32,8 +32,9 @@ bool ReadPointCount(FILE* stream, std::size_t headerSize, std::int32_t* points) 
 }
 
 template <class Change>
-bool RewritePoints(FILE* stream, long long place, std::int32_t count, Change change) {
+bool RewritePoints(FILE* stream, std::size_t start, std::int32_t count, Change change) {
   Point block[kPointsInBlock];
+  auto place = static_cast<long long>(start);
   auto left = static_cast<std::size_t>(std::max(count, 0));
   while (left > 0) {
     const std::size_t wanted = std::min(left, kPointsInBlock);
@@ -58,8 +59,7 @@ bool RewriteFile(std::size_t headerSize, const char* fileName, Change change) {
   // No owner for the stream, on purpose: what goes wrong from here on leaves it open.
   std::int32_t count = 0;
   if (headerSize == kNoHeader || !ReadPointCount(stream, headerSize, &count)) return false;
-  const auto place = static_cast<long long>(headerSize + 2 * sizeof count);
-  if (!RewritePoints(stream, place, count, change)) return false;
+  if (!RewritePoints(stream, headerSize + 2 * sizeof count, count, change)) return false;
   m_fclose(kSourceUnit, __LINE__, stream);
   return true;
 }
