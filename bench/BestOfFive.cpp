@@ -71,6 +71,11 @@ void BestOfFive::PrintRatio(const std::string& a, const std::string& b,
               1e3 * ofA.wall, 1e3 * ofB.wall);
 }
 
+double BestOfFive::ProcessorTime(const std::string& name) const {
+  const auto found = m_best.find(name);
+  return found == m_best.end() ? 0 : found->second.processor;
+}
+
 BenchDirectory::BenchDirectory() {
   const std::filesystem::path memory = "/dev/shm";
   const std::filesystem::path root =

@@ -19,6 +19,9 @@ class BestOfFive {
   /// processor times tells more when the machine is busy with other things.
   void PrintRatio(const std::string& a, const std::string& b, const std::string& wanted) const;
 
+  /// The least processor time of a run, in seconds, over all threads; 0 when it was not run.
+  double ProcessorTime(const std::string& name) const;
+
  private:
   struct Times {
     double wall;

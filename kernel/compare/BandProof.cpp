@@ -16,6 +16,8 @@ constexpr double kMuchLonger = 4;
 constexpr double kThin = 1e-5;
 // What a cut along a facet's sides takes off a piece must be more than this share of its area.
 constexpr double kFairShare = 0.05;
+// Pieces of pieces: halved until they are fine and cut along a few facets, none comes near this.
+constexpr int kDeepest = 200;
 
 double DoubleArea(const ConvexPolygon& piece) {
   double area = 0;
@@ -48,10 +50,11 @@ bool BandProof::Holds(const Corners& facet, const std::array<Deviation, 3>& devi
     if (m_stock.ComesWithin(facet, -high)) return false;
     allowed.inside = allowed.outside;
   }
-  return IsHeld(ConvexPolygon(facet), allowed, deviations[0].slot);
+  return IsHeld(ConvexPolygon(facet), allowed, deviations[0].slot, 0);
 }
 
-bool BandProof::IsHeld(const ConvexPolygon& piece, Allowed allowed, std::uint32_t guess) const {
+bool BandProof::IsHeld(const ConvexPolygon& piece, Allowed allowed, std::uint32_t guess,
+                       int depth) const {
   if (m_stopped) throw Stopped();
   const Vec3 middle = piece.Middle();
   std::size_t furthest = 0;
@@ -70,21 +73,23 @@ bool BandProof::IsHeld(const ConvexPolygon& piece, Allowed allowed, std::uint32_
   const double high = std::min(allowed.inside, allowed.outside);
   if (allowed.SameBothWays() && distance > high) return false;
   if (distance + radius <= high || LiesAbove(piece, nearest.slot, high)) return true;
-  if (radius < m_finest) return false;
+  if (depth == kDeepest) return false;
+  const auto isHeld = [&](const ConvexPolygon& part) {
+    return part.Count() == 0 || IsHeld(part, allowed, nearest.slot, depth + 1);
+  };
   if (piece.Count() > kManyCorners) {
     const ConvexPolygon::Sides halves = piece.Halves();
-    return IsHeld(halves.above, allowed, nearest.slot) &&
-           IsHeld(halves.below, allowed, nearest.slot);
+    return isHeld(halves.above) && isHeld(halves.below);
   }
+  const bool isFine = radius < m_finest;
   std::array<ConvexPolygon, 3> rest;
   if (2 * radius <= kMuchLonger * m_stock.FrameOf(nearest.slot).Length() &&
-      CutOff(piece, nearest.slot, high, rest)) {
-    return std::all_of(rest.begin(), rest.end(), [&](const ConvexPolygon& left) {
-      return left.Count() == 0 || IsHeld(left, allowed, nearest.slot);
-    });
+      CutOff(piece, nearest.slot, high, isFine ? 0 : kFairShare, rest)) {
+    return std::all_of(rest.begin(), rest.end(), isHeld);
   }
+  if (isFine) return false;
   const ConvexPolygon::Sides halves = piece.Cut(middle, piece.At(furthest) - middle);
-  return IsHeld(halves.above, allowed, nearest.slot) && IsHeld(halves.below, allowed, nearest.slot);
+  return isHeld(halves.above) && isHeld(halves.below);
 }
 
 bool BandProof::LiesAbove(const ConvexPolygon& piece, std::uint32_t slot, double high) const {
@@ -95,7 +100,7 @@ bool BandProof::LiesAbove(const ConvexPolygon& piece, std::uint32_t slot, double
   return true;
 }
 
-bool BandProof::CutOff(const ConvexPolygon& piece, std::uint32_t slot, double high,
+bool BandProof::CutOff(const ConvexPolygon& piece, std::uint32_t slot, double high, double share,
                        std::array<ConvexPolygon, 3>& rest) const {
   if (m_stock.FrameOf(slot).Height() < kThin * m_stock.FrameOf(slot).Length()) return false;
   const Corners corners = m_stock.CornersOf(slot);
@@ -110,7 +115,7 @@ bool BandProof::CutOff(const ConvexPolygon& piece, std::uint32_t slot, double hi
   }
   // A piece in the plane of a facet's side is cut by rounding only: what is left is the piece
   // again.
-  if (!(DoubleArea(above) > kFairShare * DoubleArea(piece))) return false;
+  if (!(DoubleArea(above) > share * DoubleArea(piece))) return false;
   for (std::size_t i = 0; i < above.Count(); ++i) {
     if (std::abs(Dot(normal, above.At(i) - corners[0])) > high) return false;
   }

@@ -39,13 +39,11 @@ class BandProof {
     bool SameBothWays() const { return inside == outside; }
   };
 
-  bool IsHeld(const ConvexPolygon& piece, Allowed allowed, std::uint32_t guess) const;
+  bool IsHeld(const ConvexPolygon& piece, Allowed allowed, std::uint32_t guess, int depth) const;
   bool LiesAbove(const ConvexPolygon& piece, std::uint32_t slot, double high) const;
-  // Both halves; across the longest way through the piece.
-  bool HalvesAreHeld(const ConvexPolygon& piece, const Allowed& allowed, std::uint32_t guess) const;
-  // Cuts off what lies straight above a stock facet: false when that is not within `high`, or is
-  // nothing; else `rest` is what is left.
-  bool CutOff(const ConvexPolygon& piece, std::uint32_t slot, double high,
+  // Cuts off what lies straight above a stock facet: false when that is not within `high`, or no
+  // more than `share` of the piece's area; else `rest` is what is left.
+  bool CutOff(const ConvexPolygon& piece, std::uint32_t slot, double high, double share,
               std::array<ConvexPolygon, 3>& rest) const;
 
   const StockTree& m_stock;

@@ -41,7 +41,7 @@ class Neighbourhood {
   }
 
   // Which children's boxes it may reach.
-  void FindMet(const FacetBoxes::Node& node, int* __restrict met) const {
+  void FindMet(const FacetBoxes::Boxes& node, int* __restrict met) const {
     float squares[kWidth] = {}, heights[kWidth], reaches[kWidth];
     for (std::size_t c = 0; c < kWidth; ++c) {
       heights[c] = -2 * m_height;
@@ -91,13 +91,16 @@ bool StockTree::ComesWithin(const Corners& triangle, double limit) const {
     around.FindMet(node, met);
     for (std::size_t c = 0; c < kWidth; ++c) {
       if (met[c] == 0) continue;
-      if (node.count[c] == 0) {
-        stack[depth++] = node.first[c];
+      if (!node.isLeaf[c]) {
+        stack[depth++] = node.child[c];
         continue;
       }
-      const std::uint32_t end = node.first[c] + node.count[c];
-      for (std::uint32_t slot = node.first[c]; slot < end; ++slot) {
-        if (probe.IsWithin(limit, CornersOf(slot), m_frames[slot])) return true;
+      const FacetBoxes::Leaf& leaf = m_boxes.Leaves()[node.child[c]];
+      int facetMet[kWidth];
+      around.FindMet(leaf, facetMet);
+      for (std::uint32_t slot = leaf.begin; slot < leaf.end; ++slot) {
+        if (facetMet[slot - leaf.begin] == 0) continue;
+        if (probe.IsWithin(limit, m_corners[slot], m_frames[slot])) return true;
       }
     }
   }

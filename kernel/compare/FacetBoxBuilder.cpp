@@ -55,6 +55,13 @@ Cut CheapestCut(const std::array<Bin, kBins>& bins, int axis) {
   return cheapest;
 }
 
+void SetBox(FacetBoxes::Boxes& boxes, std::size_t c, const FacetBox& box) {
+  for (int axis = 0; axis < 3; ++axis) {
+    boxes.low[axis][c] = box.low[axis];
+    boxes.high[axis][c] = box.high[axis];
+  }
+}
+
 }  // namespace
 
 FacetBox FacetBoxBuilder::Bounds(const Range& range) const {
@@ -125,16 +132,13 @@ std::vector<FacetBoxBuilder::Open> FacetBoxBuilder::AddNode(const Range& range, 
   FacetBoxes::Node node{};
   std::vector<Open> open;
   for (std::size_t c = 0; c < FacetBoxes::kWidth; ++c) {
-    const FacetBox box = c < count ? children[c].box : FacetBox{};
-    for (int axis = 0; axis < 3; ++axis) {
-      node.low[axis][c] = box.low[axis];
-      node.high[axis][c] = box.high[axis];
-    }
+    SetBox(node, c, c < count ? children[c].box : FacetBox{});
     if (c >= count) continue;
     const Range& own = children[c].range;
     if (own.Size() <= FacetBoxes::kLeafSize) {
-      node.first[c] = static_cast<std::uint32_t>(own.begin);
-      node.count[c] = static_cast<std::uint32_t>(own.Size());
+      node.isLeaf[c] = true;
+      node.child[c] = static_cast<std::uint32_t>(m_leaves.size());
+      AddLeaf(own);
     } else {
       open.push_back({m_nodes.size(), c, own, depth + 1});
     }
@@ -143,8 +147,18 @@ std::vector<FacetBoxBuilder::Open> FacetBoxBuilder::AddNode(const Range& range, 
   return open;
 }
 
+void FacetBoxBuilder::AddLeaf(const Range& range) {
+  FacetBoxes::Leaf leaf{};
+  leaf.begin = static_cast<std::uint32_t>(range.begin);
+  leaf.end = static_cast<std::uint32_t>(range.end);
+  for (std::size_t i = 0; i < FacetBoxes::kLeafSize; ++i) {
+    SetBox(leaf, i, i < range.Size() ? m_boxes[range.begin + i] : FacetBox{});
+  }
+  m_leaves.push_back(leaf);
+}
+
 void FacetBoxBuilder::BuildBelow(const Open& open) {
-  m_nodes[open.node].first[open.child] = static_cast<std::uint32_t>(m_nodes.size());
+  m_nodes[open.node].child[open.child] = static_cast<std::uint32_t>(m_nodes.size());
   for (const Open& below : AddNode(open.range, open.depth)) BuildBelow(below);
 }
 
@@ -163,7 +177,7 @@ std::vector<FacetBoxBuilder::Open> FacetBoxBuilder::BuildTop(std::size_t wanted,
         continue;
       }
       added = true;
-      m_nodes[child.node].first[child.child] = static_cast<std::uint32_t>(m_nodes.size());
+      m_nodes[child.node].child[child.child] = static_cast<std::uint32_t>(m_nodes.size());
       for (const Open& below : AddNode(child.range, child.depth)) next.push_back(below);
     }
     open = std::move(next);

@@ -62,10 +62,12 @@ class FacetBoxBuilder {
   void BuildAll(const Range& range, std::size_t depth);
 
   std::vector<FacetBoxes::Node> TakeNodes() { return std::move(m_nodes); }
+  std::vector<FacetBoxes::Leaf> TakeLeaves() { return std::move(m_leaves); }
 
  private:
   // Makes one node and names the children that are nodes.
   std::vector<Open> AddNode(const Range& range, std::size_t depth);
+  void AddLeaf(const Range& range);
   void BuildBelow(const Open& open);
   // Parts a range in two at the best of some planes; returns where.
   std::size_t Part(const Range& range);
@@ -73,6 +75,7 @@ class FacetBoxBuilder {
 
   std::vector<FacetBox>& m_boxes;
   std::vector<FacetBoxes::Node> m_nodes;
+  std::vector<FacetBoxes::Leaf> m_leaves;
 };
 
 }  // namespace kernel

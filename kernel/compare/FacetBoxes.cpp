@@ -19,10 +19,10 @@ constexpr float kOutwards = 1.5e-7F;
 
 }  // namespace
 
-double FacetBoxes::Error(const Place& place) {
+double FacetBoxes::Largest(const Place& place) {
   float largest = 1;
   for (const float at : place.at) largest = std::max(largest, std::abs(at));
-  return 6.1e-8 * static_cast<double>(largest);
+  return static_cast<double>(largest);
 }
 
 FacetBoxes::FacetBoxes(const StockMesh& mesh, const std::function<void(double)>& watch) {
@@ -54,27 +54,34 @@ FacetBoxes::FacetBoxes(const StockMesh& mesh, const std::function<void(double)>&
 
   FacetBoxBuilder top(boxes);
   std::vector<FacetBoxBuilder::Open> open = top.BuildTop(kSubtrees, kFewFacets);
-  std::vector<std::vector<Node>> subtrees(open.size());
+  struct Subtree {
+    std::vector<Node> nodes;
+    std::vector<Leaf> leaves;
+  };
+  std::vector<Subtree> subtrees(open.size());
   RunTasks(
       open.size(),
       [&](std::size_t i) {
         FacetBoxBuilder below(boxes);
         below.BuildAll(open[i].range, open[i].depth);
-        subtrees[i] = below.TakeNodes();
+        subtrees[i] = {below.TakeNodes(), below.TakeLeaves()};
       },
       [&](std::size_t done) {
-        watch(0.3 + 0.7 * static_cast<double>(done) / static_cast<double>(open.size() + 1));
+        watch(0.3 + 0.5 * static_cast<double>(done) / static_cast<double>(open.size() + 1));
       });
   m_nodes = top.TakeNodes();
+  m_leaves = top.TakeLeaves();
   for (std::size_t i = 0; i < open.size(); ++i) {
-    const auto offset = static_cast<std::uint32_t>(m_nodes.size());
-    m_nodes[open[i].node].first[open[i].child] = offset;
-    for (Node node : subtrees[i]) {
+    const auto nodesBefore = static_cast<std::uint32_t>(m_nodes.size());
+    const auto leavesBefore = static_cast<std::uint32_t>(m_leaves.size());
+    m_nodes[open[i].node].child[open[i].child] = nodesBefore;
+    for (Node node : subtrees[i].nodes) {
       for (std::size_t c = 0; c < kWidth; ++c) {
-        if (node.count[c] == 0) node.first[c] += offset;
+        node.child[c] += node.isLeaf[c] ? leavesBefore : nodesBefore;
       }
       m_nodes.push_back(node);
     }
+    m_leaves.insert(m_leaves.end(), subtrees[i].leaves.begin(), subtrees[i].leaves.end());
     subtrees[i] = {};
   }
   m_facets.reserve(boxes.size());

@@ -21,15 +21,23 @@ namespace kernel {
 class FacetBoxes {
  public:
   static constexpr std::size_t kWidth = 8;
-  static constexpr std::size_t kLeafSize = 4;
+  static constexpr std::size_t kLeafSize = kWidth;
 
-  struct alignas(64) Node {
-    // By axis, then by child. A child that is not there has an empty box.
+  // A point in the tree's coordinates, to single precision.
+  struct Place {
+    float at[3];
+  };
+  // Boxes by axis, then by child. One that is not there is empty.
+  struct Boxes {
     float low[3][kWidth], high[3][kWidth];
-    // A child with a count is a leaf: slots first to first + count - 1. Without one it is the node
-    // `first`.
-    std::uint32_t first[kWidth];
-    std::uint32_t count[kWidth];
+
+    // The squared distance of a place to each box; infinite to one that is not there.
+    void SquaredDistances(const Place& place, float* squares) const;
+  };
+  struct alignas(64) Node : Boxes {
+    // The number of a leaf or of another node.
+    std::uint32_t child[kWidth];
+    bool isLeaf[kWidth];
   };
 
   // `watch` hears the share that is done and may throw to stop. The same mesh gives the same tree
@@ -38,13 +46,14 @@ class FacetBoxes {
 
   // Node 0 is the root.
   const std::vector<Node>& Nodes() const { return m_nodes; }
+  // The boxes of the facets of slots `begin` to `end` - 1.
+  struct alignas(64) Leaf : Boxes {
+    std::uint32_t begin, end;
+  };
+  const std::vector<Leaf>& Leaves() const { return m_leaves; }
   // The facets in the order of the leaves: the facet of each slot.
   const std::vector<std::uint32_t>& Facets() const { return m_facets; }
 
-  // A point in the tree's coordinates, to single precision.
-  struct Place {
-    float at[3];
-  };
   Place PlaceOf(const Vec3& point) const {
     Place place;
     for (int axis = 0; axis < 3; ++axis) {
@@ -54,13 +63,14 @@ class FacetBoxes {
   }
   // Lengths in the tree's coordinates are as many times those of the mesh.
   double Scale() const { return m_scale; }
-  // No coordinate of a place is further than this from the exact one, in the tree's coordinates.
-  static double Error(const Place& place);
+  // The largest coordinate of a place, or 1: what rounding to single precision is in proportion to.
+  static double Largest(const Place& place);
 
  private:
   Vec3 m_centre;
   double m_scale = 1;
   std::vector<Node> m_nodes;
+  std::vector<Leaf> m_leaves;
   std::vector<std::uint32_t> m_facets;
 };
 

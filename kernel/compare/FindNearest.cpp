@@ -11,22 +11,6 @@ namespace {
 
 constexpr std::size_t kWidth = FacetBoxes::kWidth;
 
-// The squared distance of a place to each child's box; infinite to one that is not there.
-void SquaredDistances(const FacetBoxes::Node& node, const FacetBoxes::Place& place,
-                      float* __restrict squares) {
-  for (std::size_t c = 0; c < kWidth; ++c) squares[c] = 0;
-  for (std::size_t axis = 0; axis < 3; ++axis) {
-    const float at = place.at[axis];
-    for (std::size_t c = 0; c < kWidth; ++c) {
-      const float below = node.low[axis][c] - at;
-      const float above = at - node.high[axis][c];
-      const float outside = below > above ? below : above;
-      const float away = outside > 0.0F ? outside : 0.0F;
-      squares[c] += away * away;
-    }
-  }
-}
-
 // A squared distance in the tree's coordinates above which no box is worth a look.
 class Reach {
  public:
@@ -42,62 +26,77 @@ class Reach {
 };
 
 // Squares are never below 0, so that as whole numbers they are in the same order.
-std::uint64_t KeyOf(float square, std::size_t child) {
-  return std::uint64_t{std::bit_cast<std::uint32_t>(square)} << 32 | child;
-}
+std::uint32_t BitsOf(float square) { return std::bit_cast<std::uint32_t>(square); }
 
-float SquareOf(std::uint64_t key) {
-  return std::bit_cast<float>(static_cast<std::uint32_t>(key >> 32));
-}
+// The lowest bits of a square, which may be rounded down, give way to the number of a child.
+constexpr std::uint32_t kChild = kWidth - 1;
 
-// The children nearer than `reach`, nearest first; how many.
-std::size_t Order(const float* squares, float reach, std::array<std::uint64_t, kWidth>& keys) {
+// The children nearer than `reach`; how many. Without branches, which could not be foretold.
+std::size_t Near(const float* squares, float reach, std::array<std::uint32_t, kWidth>& keys) {
   std::size_t count = 0;
-  for (std::size_t c = 0; c < kWidth; ++c) {
-    if (squares[c] >= reach) continue;
-    const std::uint64_t key = KeyOf(squares[c], c);
-    std::size_t at = count++;
+  for (std::uint32_t c = 0; c < kWidth; ++c) {
+    keys[count] = (BitsOf(squares[c]) & ~kChild) | c;
+    count += static_cast<std::size_t>(squares[c] < reach);
+  }
+  return count;
+}
+
+void Sort(std::array<std::uint32_t, kWidth>& keys, std::size_t count) {
+  for (std::size_t i = 1; i < count; ++i) {
+    const std::uint32_t key = keys[i];
+    std::size_t at = i;
     for (; at > 0 && keys[at - 1] > key; --at) keys[at] = keys[at - 1];
     keys[at] = key;
   }
-  return count;
 }
 
 }  // namespace
 
 StockTree::Nearest StockTree::FindNearest(const Vec3& point, std::uint32_t guess) const {
   const FacetBoxes::Place place = m_boxes.PlaceOf(point);
-  const Reach reachOf(m_boxes.Scale(), 2 * FacetBoxes::Error(place));
+  const Reach reachOf(m_boxes.Scale(), FacetLeaf::kError * FacetBoxes::Largest(place));
   Nearest best{guess, m_frames[guess].SquaredDistance(point)};
   float reach = reachOf.Of(best.square);
-  const FacetBoxes::Node* nodes = m_boxes.Nodes().data();
-  std::array<std::uint64_t, kStack> stack;  // a box's square over its node
+  std::array<std::uint32_t, kWidth> keys;
+  alignas(32) float squares[kWidth];
+  const auto lookInto = [&](std::uint32_t number) {
+    if (m_leafBoxes[number].SquaredDistance(place) >= reach) return;
+    alignas(32) float facetSquares[kWidth];
+    std::array<std::uint32_t, kWidth> near;
+    m_leaves[number].SquaredDistances(place, facetSquares);
+    const std::size_t count = Near(facetSquares, reach, near);
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::uint32_t facet = near[i] & kChild;
+      if (facetSquares[facet] >= reach) continue;
+      const std::uint32_t slot = m_boxes.Leaves()[number].begin + facet;
+      const double square = m_frames[slot].SquaredDistance(point);
+      if (square >= best.square) continue;
+      best = {slot, square};
+      reach = reachOf.Of(square);
+    }
+  };
+  struct Entry {
+    float square;
+    std::uint32_t node;
+  };
+  std::array<Entry, kStack> stack;
   std::size_t depth = 0;
-  stack[depth++] = KeyOf(0, 0);
+  stack[depth++] = {0, 0};
   while (depth > 0) {
-    const std::uint64_t entry = stack[--depth];
-    if (SquareOf(entry) >= reach) continue;
-    const FacetBoxes::Node& node = nodes[static_cast<std::uint32_t>(entry)];
-    alignas(32) float squares[kWidth];
-    SquaredDistances(node, place, squares);
-    std::array<std::uint64_t, kWidth> keys;
-    const std::size_t count = Order(squares, reach, keys);
+    const Entry entry = stack[--depth];
+    if (entry.square >= reach) continue;
+    const FacetBoxes::Node& node = m_boxes.Nodes()[entry.node];
+    node.SquaredDistances(place, squares);
+    const std::size_t count = Near(squares, reach, keys);
+    Sort(keys, count);
     // Leaves at once, as they may rule the others out.
     for (std::size_t i = 0; i < count; ++i) {
-      const auto child = static_cast<std::uint32_t>(keys[i]);
-      if (node.count[child] == 0 || SquareOf(keys[i]) >= reach) continue;
-      const std::uint32_t end = node.first[child] + node.count[child];
-      for (std::uint32_t slot = node.first[child]; slot < end; ++slot) {
-        const double square = m_frames[slot].SquaredDistance(point);
-        if (square >= best.square) continue;
-        best = {slot, square};
-        reach = reachOf.Of(square);
-      }
+      const std::uint32_t c = keys[i] & kChild;
+      if (node.isLeaf[c] && squares[c] < reach) lookInto(node.child[c]);
     }
     for (std::size_t i = count; i > 0; --i) {
-      const auto child = static_cast<std::uint32_t>(keys[i - 1]);
-      if (node.count[child] > 0 || SquareOf(keys[i - 1]) >= reach) continue;
-      stack[depth++] = KeyOf(SquareOf(keys[i - 1]), node.first[child]);
+      const std::uint32_t c = keys[i - 1] & kChild;
+      if (!node.isLeaf[c] && squares[c] < reach) stack[depth++] = {squares[c], node.child[c]};
     }
   }
   return best;

@@ -47,9 +47,11 @@ Ray ShortestRay(const FacetBoxes::Node& root, const Vec3& from, const FacetBoxes
   return ray;
 }
 
-// Which children's boxes the ray meets. Boxes are rounded outwards by more than the place is off,
-// as the place lies in the root's box wherever this is asked.
-void FindMet(const FacetBoxes::Node& node, const Ray& ray, int* __restrict met) {
+// Which children's boxes the ray meets; how many. Boxes are rounded outwards by more than the place
+// is off, as the place lies in the root's box wherever this is asked.
+std::size_t FindMet(const FacetBoxes::Boxes& node, const Ray& ray,
+                    std::array<std::uint32_t, kWidth>& children) {
+  int met[kWidth];
   const float u = ray.place.at[ray.U()];
   const float v = ray.place.at[ray.V()];
   const float w = ray.place.at[ray.axis];
@@ -68,6 +70,12 @@ void FindMet(const FacetBoxes::Node& node, const Ray& ray, int* __restrict met) 
     const float* low = node.low[ray.axis];
     for (std::size_t c = 0; c < kWidth; ++c) met[c] &= static_cast<int>(low[c] <= w);
   }
+  std::size_t count = 0;
+  for (std::uint32_t c = 0; c < kWidth; ++c) {
+    children[count] = c;
+    count += static_cast<std::size_t>(met[c]);
+  }
+  return count;
 }
 
 // What the facet adds to the winding number of the ray's origin.
@@ -109,17 +117,19 @@ bool StockTree::IsInside(const Vec3& point) const {
   stack[depth++] = 0;
   while (depth > 0) {
     const FacetBoxes::Node& node = nodes[stack[--depth]];
-    int met[kWidth];
-    FindMet(node, ray, met);
-    for (std::size_t c = 0; c < kWidth; ++c) {
-      if (met[c] == 0) continue;
-      if (node.count[c] == 0) {
-        stack[depth++] = node.first[c];
+    std::array<std::uint32_t, kWidth> met;
+    const std::size_t count = FindMet(node, ray, met);
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::uint32_t child = node.child[met[i]];
+      if (!node.isLeaf[met[i]]) {
+        stack[depth++] = child;
         continue;
       }
-      const std::uint32_t end = node.first[c] + node.count[c];
-      for (std::uint32_t slot = node.first[c]; slot < end; ++slot) {
-        winding += Step(CornersOf(slot), ray);
+      const FacetBoxes::Leaf& leaf = m_boxes.Leaves()[child];
+      std::array<std::uint32_t, kWidth> facets;
+      const std::size_t facetCount = FindMet(leaf, ray, facets);
+      for (std::size_t f = 0; f < facetCount; ++f) {
+        winding += Step(m_corners[leaf.begin + facets[f]], ray);
       }
     }
   }

@@ -5,16 +5,18 @@
 #include <vector>
 
 #include "kernel/compare/FacetBoxes.h"
+#include "kernel/compare/FacetLeaf.h"
+#include "kernel/compare/OrientedBox.h"
 #include "kernel/compare/TriangleFrame.h"
 #include "kernel/sweep/StockMesh.h"
 
 namespace kernel {
 
 // What a comparison asks of the stock: the nearest point of its surface, whether a point lies
-// inside, whether a triangle comes near. Keeps a reference to the mesh, which is closed and has a
-// facet; facets may have no area. Queries may run side by side.
+// inside, whether a triangle comes near. Queries may run side by side.
 class StockTree {
  public:
+  // The mesh is closed and has a facet; facets may have no area. It is not needed afterwards.
   // `watch` hears the share that is done and may throw to stop.
   StockTree(const StockMesh& mesh, const std::function<void(double)>& watch);
 
@@ -35,15 +37,20 @@ class StockTree {
   bool ComesWithin(const Corners& triangle, double limit) const;
 
   const TriangleFrame& FrameOf(std::uint32_t slot) const { return m_frames[slot]; }
-  Corners CornersOf(std::uint32_t slot) const;
+  const Corners& CornersOf(std::uint32_t slot) const { return m_corners[slot]; }
+  std::size_t LeafCount() const { return m_leaves.size(); }
 
  private:
   // More than any way down the tree leaves open.
   static constexpr std::size_t kStack = 512;
 
-  const StockMesh& m_mesh;
+  void FillLeaf(const StockMesh& mesh, std::size_t number);
+
   FacetBoxes m_boxes;
-  std::vector<TriangleFrame> m_frames;  // by slot
+  std::vector<Corners> m_corners;  // by slot, as are the frames
+  std::vector<TriangleFrame> m_frames;
+  std::vector<FacetLeaf> m_leaves;  // as the tree numbers them
+  std::vector<OrientedBox> m_leafBoxes;
 };
 
 }  // namespace kernel

@@ -4,6 +4,15 @@
 #include <cstddef>
 
 namespace kernel {
+namespace {
+
+// Not parallel to a direction.
+Vec3 AnyAcross(const Vec3& direction) {
+  const bool isAlongX = std::abs(direction.x) > 0.5;
+  return Cross(direction, isAlongX ? Vec3{0, 1, 0} : Vec3{1, 0, 0});
+}
+
+}  // namespace
 
 TriangleFrame::TriangleFrame(const Corners& corners) {
   std::size_t longest = 0;
@@ -22,7 +31,7 @@ TriangleFrame::TriangleFrame(const Corners& corners) {
   m_apex = std::clamp(Dot(third, m_along), 0.0, m_length);
   const Vec3 up = third - m_along * Dot(third, m_along);
   m_height = kernel::Length(up);
-  m_across = Normalised(up);
+  m_across = m_height > 0 ? Normalised(up) : AnyAcross(m_along);
   // Twice is enough to be perpendicular to the last bit.
   m_across = Normalised(m_across - m_along * Dot(m_across, m_along));
   m_across = Normalised(m_across - m_along * Dot(m_across, m_along));

@@ -15,6 +15,7 @@ using Corners = std::array<Vec3, 3>;
 // takes from the direction `across` has no more than `height` to act on.
 class TriangleFrame {
  public:
+  TriangleFrame() = default;
   // A triangle without area is its longest side.
   explicit TriangleFrame(const Corners& corners);
 
@@ -22,7 +23,12 @@ class TriangleFrame {
   Vec3 Nearest(const Vec3& from) const;
   double SquaredDistance(const Vec3& from) const { return LengthSquared(Offset(from)); }
 
+  const Vec3& Origin() const { return m_origin; }
+  const Vec3& Along() const { return m_along; }
+  const Vec3& Across() const { return m_across; }
+  Vec3 Normal() const { return Cross(m_along, m_across); }
   double Length() const { return m_length; }
+  double Apex() const { return m_apex; }
   double Height() const { return m_height; }
 
  private:

@@ -33,9 +33,9 @@ void ExpectSound(const SweepResult& run);
 /// Fails the test when the result is not the part itself, facet by facet, in the given colour.
 void ExpectUnsplit(const SweepResult& run, const formats::Mesh& part, int colour);
 
-/// Fails the test unless each facet of the result has the colour of the bands by the deviations
-/// that the witness finds, looked for at corners and many points of facets with an edge above
-/// 1/2000 of the part's diagonal, and at the centroids of the others.
+/// Fails the test unless facets of the result have the colours of the bands by the deviations that
+/// a witness finds: at corners and many points of facets with an edge above 1/2000 of the part's
+/// diagonal, at the centroids of the others. Of many facets about 1500 are looked at.
 void ExpectColours(const SweepResult& run, const formats::Mesh& part, const formats::Mesh& stock,
                    const Bands& bands);
 
