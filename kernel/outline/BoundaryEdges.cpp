@@ -1,0 +1,115 @@
+#include "kernel/outline/BoundaryEdges.h"
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+
+namespace kernel {
+namespace {
+
+using Number = std::uint32_t;
+
+// Orders edges that cross one upright line and do not cross each other; finds points among them.
+struct IsBelow {
+  using is_transparent = void;
+  const std::vector<PlaneEdge>* edges;
+
+  bool operator()(Number edge, const Point2& point) const {
+    const PlaneEdge& e = (*edges)[edge];
+    return OrientationSign(e.from, e.to, point) > 0;
+  }
+  bool operator()(const Point2& point, Number edge) const {
+    const PlaneEdge& e = (*edges)[edge];
+    return OrientationSign(e.from, e.to, point) < 0;
+  }
+  bool operator()(Number a, Number b) const {
+    const PlaneEdge &below = (*edges)[a], &above = (*edges)[b];
+    if (SamePoint(below.from, above.from)) {
+      return OrientationSign(below.from, below.to, above.to) > 0;
+    }
+    if (ComesBefore(below.from, above.from)) {
+      return OrientationSign(below.from, below.to, above.from) > 0;
+    }
+    return OrientationSign(above.from, above.to, below.from) < 0;
+  }
+};
+
+class LineSweep {
+ public:
+  explicit LineSweep(const std::vector<PlaneEdge>& edges)
+      : m_edges(edges),
+        m_line(IsBelow{&edges}),
+        m_places(edges.size()),
+        m_above(edges.size()),
+        m_byEnd(edges.size()) {
+    std::iota(m_byEnd.begin(), m_byEnd.end(), 0U);
+    std::sort(m_byEnd.begin(), m_byEnd.end(), [&](Number a, Number b) {
+      const Point2 &ofA = edges[a].to, &ofB = edges[b].to;
+      return SamePoint(ofA, ofB) ? a < b : ComesBefore(ofA, ofB);
+    });
+  }
+
+  std::vector<PlaneEdge> Run() {
+    // Edges come sorted by their first points.
+    for (Number begin = 0; begin < m_edges.size();) {
+      const Point2& point = m_edges[begin].from;
+      Number end = begin + 1;
+      while (end < m_edges.size() && SamePoint(m_edges[end].from, point)) ++end;
+      TakeOutUpTo(point);
+      PutIn(begin, end);
+      begin = end;
+    }
+    return std::move(m_boundary);
+  }
+
+ private:
+  using Line = std::set<Number, IsBelow>;
+
+  void TakeOutUpTo(const Point2& point) {
+    while (m_ended < m_byEnd.size() && !ComesBefore(point, m_edges[m_byEnd[m_ended]].to)) {
+      m_line.erase(m_places[m_byEnd[m_ended++]]);
+    }
+  }
+
+  // The edges [begin, end) start at one point; none in the line passes through it.
+  void PutIn(Number begin, Number end) {
+    m_starting.resize(end - begin);
+    std::iota(m_starting.begin(), m_starting.end(), begin);
+    std::sort(m_starting.begin(), m_starting.end(), m_line.key_comp());
+    const auto next = m_line.lower_bound(m_edges[begin].from);
+    Winding winding;
+    if (next != m_line.begin()) winding = m_above[*std::prev(next)];
+    for (const Number edge : m_starting) {
+      m_places[edge] = m_line.insert(next, edge);
+      const bool insideBelow = winding.IsInside();
+      winding += m_edges[edge].step;
+      m_above[edge] = winding;
+      if (winding.IsInside() != insideBelow) AddToBoundary(m_edges[edge], insideBelow);
+    }
+  }
+
+  void AddToBoundary(const PlaneEdge& edge, bool insideBelow) {
+    const Winding once{1, 0};
+    if (insideBelow) {
+      m_boundary.push_back({edge.to, edge.from, once});
+    } else {
+      m_boundary.push_back({edge.from, edge.to, once});
+    }
+  }
+
+  const std::vector<PlaneEdge>& m_edges;
+  Line m_line;
+  std::vector<Line::iterator> m_places;
+  std::vector<Winding> m_above;
+  std::vector<Number> m_byEnd, m_starting;
+  std::size_t m_ended = 0;
+  std::vector<PlaneEdge> m_boundary;
+};
+
+}  // namespace
+
+std::vector<PlaneEdge> BoundaryEdges(const std::vector<PlaneEdge>& edges) {
+  return LineSweep(edges).Run();
+}
+
+}  // namespace kernel

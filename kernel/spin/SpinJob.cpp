@@ -1,0 +1,129 @@
+#include "kernel/spin/SpinJob.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+#include <vector>
+
+#include "kernel/common/Box3.h"
+#include "kernel/common/FatalError.h"
+#include "kernel/common/RunAside.h"
+#include "kernel/outline/OutlineOf.h"
+#include "kernel/outline/PlaneGrid.h"
+#include "kernel/outline/SimplifyLoops.h"
+#include "kernel/spin/SendLoops.h"
+#include "kernel/spin/SpunArc.h"
+#include "kernel/spin/SpunEdges.h"
+#include "kernel/sweep/PrepareStock.h"
+#include "kernel/sweep/WeldVertices.h"
+
+namespace kernel {
+namespace {
+
+constexpr double kDefaultTolerance = 1e-4;  // of the diagonal
+
+// The outline on its grid, from which it can be simplified further.
+struct SpunOutline {
+  PlaneGrid grid{{0, 0}, {0, 0}};
+  std::vector<Point2> originals;
+  std::vector<Loop> loops;
+
+  std::vector<Loop> Placed(double furtherTolerance) const {
+    if (furtherTolerance == 0) return PlacedLoops(loops, grid, originals);
+    return PlacedLoops(SimplifyLoops(loops, grid.Cells(furtherTolerance)), grid, originals);
+  }
+};
+
+void CheckDistance(double distance) {
+  if (std::isfinite(distance) && distance >= 0) return;
+  throw FatalError("distance: not a number of 0 or more");
+}
+
+double Diagonal(const StockMesh& mesh) {
+  Box3 box;
+  for (const Vec3& vertex : mesh.vertices) box.Include(vertex);
+  return box.Diagonal();
+}
+
+PlaneGrid GridOver(const StockMesh& mesh) {
+  Point2 low{Box3::kInfinity, 0}, high{-Box3::kInfinity, 0};
+  for (const Vec3& vertex : mesh.vertices) {
+    const Point2 spun = Spun(vertex);
+    low.x = std::min(low.x, spun.x);
+    high = {std::max(high.x, spun.x), std::max(high.y, spun.y)};
+  }
+  return {low, high};
+}
+
+SpunOutline Outline(const StockMesh& mesh, double tolerance, const std::function<void()>& tell) {
+  SpunOutline outline{GridOver(mesh), {}, {}};
+  std::vector<SpunEdge> spun = SpunBorders(mesh, tolerance);
+  tell();
+  if (CountOpenEdges(mesh) == 0) {
+    const std::vector<SpunEdge> section = SectionEdges(mesh);
+    spun.insert(spun.end(), section.begin(), section.end());
+  }
+  tell();
+  std::vector<PlaneEdge> edges;
+  edges.reserve(spun.size());
+  for (const SpunEdge& edge : spun) {
+    edges.push_back({outline.grid.Snap(edge.from), outline.grid.Snap(edge.to), edge.step});
+    outline.originals.push_back(edge.from);
+    outline.originals.push_back(edge.to);
+  }
+  outline.loops = OutlineOf(std::move(edges), tell);
+  return outline;
+}
+
+std::string RaisedText(double tolerance) {
+  char text[120];
+  std::snprintf(text, sizeof text,
+                "the tolerance is raised to %g, as the output takes no more points", tolerance);
+  return text;
+}
+
+// Sends the outline, coarser and coarser until the channel takes it all. Returns the tolerance that
+// it took.
+double SendAll(const SpunOutline& outline, double tolerance, double diagonal, CurveTransfer& output,
+               StageProgress& progress) {
+  for (double raised = tolerance;; raised *= 2) {
+    if (raised > diagonal && raised > tolerance) {
+      throw FatalError("the output takes too few points for the outline");
+    }
+    const std::vector<Loop> loops = outline.Placed(raised - tolerance);
+    const std::size_t sent = SendLoops(loops, output, progress);
+    if (sent == CountPoints(loops)) return raised;
+    if (sent == 0) throw FatalError("the output takes no points");
+  }
+}
+
+}  // namespace
+
+void TraceSpunOutline(const StockMesh& given, double distance, CurveTransfer& output,
+                      StageProgress& progress) {
+  CheckDistance(distance);
+  CheckFinite(given, "surface");
+  StockMesh mesh;
+  progress.Begin("Preparing surface");
+  RunAside(progress, [&](const Tell&) { mesh = WeldVertices(given); });
+  progress.End();
+  const double diagonal = Diagonal(mesh);
+  if (!std::isfinite(diagonal)) throw FatalError("the surface is too large to measure");
+  const double tolerance = distance > 0 ? distance : kDefaultTolerance * diagonal;
+  SpunOutline outline;
+  if (!mesh.facets.empty()) {
+    progress.Begin("Generating outline");
+    RunAside(progress,
+             [&](const Tell& tell) { outline = Outline(mesh, tolerance, [&] { tell(0); }); });
+    progress.End();
+  }
+  if (outline.loops.empty()) progress.Warn("the spun surface covers nothing");
+  progress.Begin("Writing outline");
+  const double used = SendAll(outline, tolerance, diagonal, output, progress);
+  progress.End();
+  if (used > tolerance) progress.Warn(RaisedText(used));
+  output.Close();
+}
+
+}  // namespace kernel
