@@ -7,6 +7,7 @@
 #include "OutlineJob.h"
 #include "callbacks/RunFlags.h"
 #include "callbacks/UIDialog.h"
+#include "curves/SpinSilhouetteBoundary.h"
 #include "support/NothrowBlocks.h"
 
 namespace {
@@ -343,6 +344,17 @@ TEST_P(ShiftedOperationsTest, NothingIsKeptFromOneCallToTheNext) {
   Call();
   EXPECT_EQ(OutputBytes(), Answer(GetParam()));
   EXPECT_THAT(host.events.Only({"m_fopen_hl"}), IsEmpty());
+}
+
+TEST_F(OutlineJob, SpunSilhouetteOfAnUnknownModeLeavesItsEmptyOutputOpenWhenItIsShifted) {
+  boxMin = {30, 0, 0};
+  boxMax = {40, 1, 1};
+  SpinSilhouetteBoundary(input.c_str(), 2, output.c_str(), distance, boxMin.data(), boxMax.data(),
+                         &result);
+  EXPECT_EQ(result, 1) << "the kernel has had its first point refused, and that is an error";
+  EXPECT_EQ(OutputBytes(), "");
+  EXPECT_THAT(host.OpenStreams(), ElementsAre("QZTUtlA job\\out.tmp"));
+  EXPECT_DOUBLE_EQ(boxMin[0], 30);
 }
 
 }  // namespace
