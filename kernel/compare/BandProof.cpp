@@ -14,6 +14,8 @@ constexpr std::size_t kManyCorners = 7;
 constexpr double kMuchLonger = 4;
 // A stock facet of less height over its length has no normal to rely on.
 constexpr double kThin = 1e-5;
+// A cut that takes off less, of the slack of the bands, is one by rounding, and is not made.
+constexpr double kThinCut = 0.1;
 // What a cut along a facet's sides takes off a piece must be more than this share of its area.
 constexpr double kFairShare = 0.05;
 // Pieces of pieces: halved until they are fine and cut along a few facets, none comes near this.
@@ -107,14 +109,12 @@ bool BandProof::CutOff(const ConvexPolygon& piece, std::uint32_t slot, double hi
   const Vec3 normal = Normalised(Cross(corners[1] - corners[0], corners[2] - corners[0]));
   ConvexPolygon above = piece;
   for (std::size_t i = 0; i < 3; ++i) {
-    const Vec3 inwards = Cross(normal, corners[(i + 1) % 3] - corners[i]);
-    const ConvexPolygon::Sides sides = above.Cut(corners[i], inwards);
+    const Vec3 inwards = Normalised(Cross(normal, corners[(i + 1) % 3] - corners[i]));
+    const ConvexPolygon::Sides sides = above.Cut(corners[i], inwards, kThinCut * m_bands.Slack());
     above = sides.above;
     rest[i] = sides.below;
     if (above.Count() == 0) return false;
   }
-  // A piece in the plane of a facet's side is cut by rounding only: what is left is the piece
-  // again.
   if (!(DoubleArea(above) > share * DoubleArea(piece))) return false;
   for (std::size_t i = 0; i < above.Count(); ++i) {
     if (std::abs(Dot(normal, above.At(i) - corners[0])) > high) return false;

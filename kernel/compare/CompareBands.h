@@ -24,6 +24,7 @@ class CompareBands {
   // From now on deviations count as equal to a limit when they exceed it by no more than this: what
   // rounding makes of surfaces that lie exactly at a limit.
   void SetSlack(double slack) { m_slack = slack; }
+  double Slack() const { return m_slack; }
 
   std::size_t BandOf(double deviation) const;
   // The deviations of band i: above Low(i), infinite for the first, and up to High(i), infinite for

@@ -16,7 +16,7 @@ namespace {
 
 // Shares of the part's diagonal.
 constexpr double kFinest = 1.0 / 2000;
-constexpr double kExactness = 1e-9;
+constexpr double kExactness = 5e-10;
 
 double LargestCoordinate(const Box3& box) {
   double largest = 0;
@@ -26,7 +26,8 @@ double LargestCoordinate(const Box3& box) {
   return largest;
 }
 
-// What distances may be off, by what the distance promises and by the input's own rounding.
+// What deviations may be off at a limit: half of what is promised, the proof needs some of the
+// rest, and the input's own rounding.
 double SlackOf(const Box3& part, const Box3& stock) {
   const double largest = std::max(LargestCoordinate(part), LargestCoordinate(stock));
   return kExactness * part.Diagonal() + 16 * std::numeric_limits<double>::epsilon() * largest;

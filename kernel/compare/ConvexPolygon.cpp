@@ -25,13 +25,14 @@ double ConvexPolygon::Radius(const Vec3& middle, std::size_t& furthest) const {
   return std::sqrt(square);
 }
 
-ConvexPolygon::Sides ConvexPolygon::Cut(const Vec3& onPlane, const Vec3& normal) const {
+ConvexPolygon::Sides ConvexPolygon::Cut(const Vec3& onPlane, const Vec3& normal,
+                                        double thin) const {
   std::array<double, kMost> heights;
   for (std::size_t i = 0; i < m_count; ++i) heights[i] = Dot(normal, m_corners[i] - onPlane);
   const auto [lowest, highest] =
       std::minmax_element(heights.begin(), heights.begin() + static_cast<std::ptrdiff_t>(m_count));
-  if (*lowest >= 0) return {*this, {}};
-  if (*highest <= 0) return {{}, *this};
+  if (*lowest >= -thin) return {*this, {}};
+  if (*highest <= thin) return {{}, *this};
   Sides sides;
   for (std::size_t i = 0; i < m_count; ++i) {
     const std::size_t next = i + 1 < m_count ? i + 1 : 0;

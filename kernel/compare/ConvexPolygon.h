@@ -23,9 +23,11 @@ class ConvexPolygon {
   Vec3 Middle() const;
   double Radius(const Vec3& middle, std::size_t& furthest) const;
 
-  // What lies on either side of a plane; what touches it only is left out. Needs Count() < kMost.
+  // What lies on either side of a plane; what touches it only is left out, and so is a side that
+  // reaches no more than `thin` normals from the plane: all of the piece is on the other then.
+  // Needs Count() < kMost.
   struct Sides;
-  Sides Cut(const Vec3& onPlane, const Vec3& normal) const;
+  Sides Cut(const Vec3& onPlane, const Vec3& normal, double thin = 0) const;
   // Two pieces of about as many corners.
   Sides Halves() const;
 

@@ -48,7 +48,8 @@ OrientedBox::OrientedBox(const FacetBoxes& boxes, std::span<const Corners> facet
   for (int i = 0; i < 3; ++i) {
     m_centre[i] = centre.at[i];
     m_half[i] = static_cast<float>((box.high[i] - box.low[i]) * 0.5 * boxes.Scale() + kOutwards);
-    for (int k = 0; k < 3; ++k) m_axes[i][k] = static_cast<float>(axes[static_cast<std::size_t>(i)][k]);
+    for (int k = 0; k < 3; ++k)
+      m_axes[i][k] = static_cast<float>(axes[static_cast<std::size_t>(i)][k]);
   }
 }
 

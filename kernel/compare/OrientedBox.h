@@ -8,8 +8,8 @@
 namespace kernel {
 
 // A box around facets that lies as they do: where a surface runs across the axes it is much thinner
-// than a box along them. In single precision and in the coordinates of the tree; rounded outwards by
-// more than the distance from it is off for places between -1 and 1.
+// than a box along them. In single precision and in the coordinates of the tree; rounded outwards
+// by more than the distance from it is off for places between -1 and 1.
 class alignas(64) OrientedBox {
  public:
   OrientedBox() = default;
