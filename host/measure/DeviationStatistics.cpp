@@ -10,8 +10,9 @@ namespace host {
 namespace {
 
 constexpr double kLeastSamples = 100'000;
-constexpr double kAccuracy = 1e-3;
-constexpr double kAccuracyOfOthers = 1e-2;
+constexpr FarthestPoint::Effort kForTheWorst = {1e-3, 30'000};
+// The places after the first only show where to look.
+constexpr FarthestPoint::Effort kForOthers = {1e-2, 5'000};
 constexpr std::size_t kWorstPlaces = 5;
 constexpr double kApart = 0.05;  // of the diagonal
 
@@ -112,9 +113,8 @@ std::vector<DeviationPlace> WorstPlaces(const FarthestPoint& search, Side side, 
   std::vector<DeviationPlace> places;
   std::vector<Ball> taken;
   while (places.size() < kWorstPlaces && !stopAsked()) {
-    // The places after the first only show where to look.
-    const double accuracy = places.empty() ? kAccuracy : kAccuracyOfOthers;
-    const FarthestPoint::Found found = search.Search(side, taken, accuracy);
+    const FarthestPoint::Found found =
+        search.Search(side, taken, places.empty() ? kForTheWorst : kForOthers);
     if (!(found.distance > 0)) break;
     places.push_back(
         {side == Side::kInside ? found.distance : -found.distance, found.place, found.bound});

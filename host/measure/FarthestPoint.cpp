@@ -6,8 +6,7 @@ namespace host {
 
 namespace {
 
-constexpr double kLeast = 1e-6;               // of the diagonal: nearer is not looked into
-constexpr std::size_t kMostPieces = 400'000;  // that are quartered in one search
+constexpr double kLeast = 1e-6;  // of the diagonal: nearer is not looked into
 
 bool IsIn(const Ball& ball, const Point& p) { return Length(p - ball.centre) <= ball.radius; }
 
@@ -78,14 +77,15 @@ bool FarthestPoint::IsOnSide(const Corner& corner, Side side) const {
 
 class FarthestPoint::Run {
  public:
-  Run(const FarthestPoint& search, Side side, const std::vector<Ball>& leftOut, double accuracy)
-      : m_search(search), m_side(side), m_leftOut(leftOut), m_accuracy(accuracy) {}
+  Run(const FarthestPoint& search, Side side, const std::vector<Ball>& leftOut,
+      const Effort& effort)
+      : m_search(search), m_side(side), m_leftOut(leftOut), m_effort(effort) {}
 
   Found Result() {
     for (const Piece& piece : m_search.m_facets) Consider(piece);
     std::size_t quartered = 0;
     while (!m_waiting.empty() && m_waiting.top().bound > Enough()) {
-      if (++quartered > kMostPieces) break;
+      if (++quartered > m_effort.pieces) break;
       if (quartered % 256 == 0 && m_search.m_stopAsked()) break;
       const Piece piece = m_pieces[m_waiting.top().piece];
       m_waiting.pop();
@@ -107,7 +107,7 @@ class FarthestPoint::Run {
   };
 
   double Enough() const {
-    return std::max(m_found.distance * (1 + m_accuracy), kLeast * m_search.m_to.Diagonal());
+    return std::max(m_found.distance * (1 + m_effort.accuracy), kLeast * m_search.m_to.Diagonal());
   }
 
   void Consider(const Piece& piece) {
@@ -138,15 +138,15 @@ class FarthestPoint::Run {
   const FarthestPoint& m_search;
   Side m_side;
   const std::vector<Ball>& m_leftOut;
-  double m_accuracy;
+  Effort m_effort;
   Found m_found;
   std::vector<Piece> m_pieces;
   std::priority_queue<Waiting> m_waiting;
 };
 
 FarthestPoint::Found FarthestPoint::Search(Side side, const std::vector<Ball>& leftOut,
-                                           double accuracy) const {
-  return Run(*this, side, leftOut, accuracy).Result();
+                                           const Effort& effort) const {
+  return Run(*this, side, leftOut, effort).Result();
 }
 
 }  // namespace host

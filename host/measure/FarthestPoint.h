@@ -35,10 +35,15 @@ class FarthestPoint {
     double bound = 0;  // proven: no point is further away
   };
 
-  /// The farthest point on that side of the other surface and outside the balls. `bound` is above
-  /// `distance` by no more than the share `accuracy` of it, unless the search became too long and
-  /// was given up.
-  Found Search(Side side, const std::vector<Ball>& leftOut, double accuracy) const;
+  /// When a search ends: `bound` is above `distance` by no more than this share of it, or so many
+  /// pieces have been quartered.
+  struct Effort {
+    double accuracy = 1e-3;
+    std::size_t pieces = 40'000;
+  };
+
+  /// The farthest point on that side of the other surface and outside the balls.
+  Found Search(Side side, const std::vector<Ball>& leftOut, const Effort& effort) const;
 
  private:
   struct Corner {

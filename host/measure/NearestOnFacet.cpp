@@ -13,16 +13,17 @@ Point NearestOnSegment(const Point& a, const Point& b, const Point& p) {
   return a + std::clamp(Dot(p - a, ab) / square, 0.0, 1.0) * ab;
 }
 
+double SquaredLength(const Point& v) { return Dot(v, v); }
+
 Point NearestOnRim(const Triangle& t, const Point& p) {
   Point nearest = t[0];
-  double least = Length(p - t[0]);
+  double least = SquaredLength(p - t[0]);
   for (std::size_t i = 0; i < 3; ++i) {
     const Point candidate = NearestOnSegment(t[i], t[(i + 1) % 3], p);
-    const double distance = Length(p - candidate);
-    if (distance < least) {
-      least = distance;
-      nearest = candidate;
-    }
+    const double square = SquaredLength(p - candidate);
+    if (square >= least) continue;
+    least = square;
+    nearest = candidate;
   }
   return nearest;
 }

@@ -56,12 +56,13 @@ Verdict Judge(const std::string& directory, const CompareInput& input,
 }
 
 void Measure(const CompareInput& input, ProgressDisplay& progress, CompareResult& result) {
-  if (!input.stock) return;
+  if (!input.part || !input.stock) return;
   CString text("Measuring");
   progress.ShowProgress(&text, 0);
   const FacetTree stock(*input.stock);
+  // The result's surface is the part's, in many more facets.
   result.statistics =
-      MeasureDeviations(result.mesh, stock, [&progress] { return progress.IsCancelled(); });
+      MeasureDeviations(*input.part, stock, [&progress] { return progress.IsCancelled(); });
   if (input.bands) result.bands = MeasureBands(result.mesh, *input.bands, stock);
   if (!result.statistics->stopped) return;
   result.statistics.reset();

@@ -44,8 +44,7 @@ struct Deviations {
   bool measured = false;
 };
 
-// Deviations are proven to within this share of themselves.
-constexpr double kAccuracy = 1e-3;
+constexpr FarthestPoint::Effort kEffort = {1e-3, 100'000};
 
 // The add-in looks for the input in the job's directory.
 std::string InputPath(const std::string& directory, const std::string& name) {
@@ -77,7 +76,7 @@ void RefuseScratchFile(const std::string& directory, const std::string& output) 
 FarthestPoint::Found Farthest(const formats::Mesh& from, const formats::Mesh& to) {
   const FacetTree tree(to);
   const auto stopAsked = [] { return StatusProgress::Current()->AskedToStop(); };
-  return FarthestPoint(from, tree, stopAsked).Search(Side::kAny, {}, kAccuracy);
+  return FarthestPoint(from, tree, stopAsked).Search(Side::kAny, {}, kEffort);
 }
 
 void Measure(const formats::Mesh& input, const formats::Mesh& result, Deviations& deviations) {
