@@ -177,7 +177,7 @@ TEST(AnalyseTopology, CountsTheFewestFacetsToTurnInEachComponent) {
   Mesh mesh = BoxMesh();
   AddBox(mesh, {10, 0, 0}, {11, 1, 1});
   // All but two of the first box, three of the second.
-  for (const std::size_t facet : {0, 1, 2, 4, 5, 6, 8, 9, 10, 11, 13, 17, 22}) {
+  for (const std::size_t facet : {0U, 1U, 2U, 4U, 5U, 6U, 8U, 9U, 10U, 11U, 13U, 17U, 22U}) {
     std::swap(mesh.facets[facet].vertices[0], mesh.facets[facet].vertices[1]);
   }
   EXPECT_EQ(formats::AnalyseTopology(mesh).flippedFacets, 5U);
