@@ -1,5 +1,6 @@
 # Machining programs and tool tables.
-foreach(target gcode tool_table)
+foreach(target apt gcode tool_table)
+  set(source_apt AptFuzz.cpp)
   set(source_gcode GCodeFuzz.cpp)
   set(source_tool_table ToolTableFuzz.cpp)
   add_executable(fuzz_${target} ${source_${target}})
