@@ -60,6 +60,17 @@ Segments OrderlyLoops(int count) {
   return segments;
 }
 
+// Many short open chains that all run into one long open chain.
+Segments ChainsIntoAChain() {
+  constexpr int kChains = 19'000;
+  constexpr int kJunction = 2 * kChains;
+  Segments segments;
+  for (int i = 0; i < kChains; ++i) segments.emplace_back(i, kChains + i);
+  for (int i = 0; i < kChains; ++i) segments.emplace_back(kJunction + i, kJunction + i + 1);
+  for (int i = 0; i < kChains; ++i) segments.emplace_back(kChains + i, kJunction);
+  return segments;
+}
+
 // The result of Close counts as well: a joining that fails and one that does not are different
 // work.
 template <class Channel>
@@ -97,6 +108,7 @@ bool WritePoints(const std::string& path) {
 
 struct Outcomes {
   int byIndex = -1, scanning = -1, tenth = -1, million = -1, joined = -1;
+  int chains = -1, chainsScanning = -1;
 };
 
 }  // namespace
@@ -108,6 +120,7 @@ int main(int argc, char** argv) {
   const Segments hundredThousand = ShuffledLoops(100'000);
   const Segments million = ShuffledLoops(1'000'000);
   const Segments orderly = OrderlyLoops(1'000'000);
+  const Segments chains = ChainsIntoAChain();
   Outcomes outcomes;
   const auto byIndex = [&](const char* name, const Segments& segments, int* result) {
     return [file = path(name), &segments, result] {
@@ -115,13 +128,19 @@ int main(int argc, char** argv) {
       return Join(&channel, segments, result);
     };
   };
+  const auto scanning = [&](const char* name, const Segments& segments, int* result) {
+    return [file = path(name), &segments, result] {
+      support::PlainCurveChannel channel(0, file.c_str(), tol);
+      return Join(&channel, segments, result);
+    };
+  };
 
   BestOfFive runs;
   runs.Add("60,000 segments by index", byIndex("index.tmp", sixtyThousand, &outcomes.byIndex));
-  runs.Add("60,000 segments scanning", [&] {
-    support::PlainCurveChannel channel(0, path("scanning.tmp").c_str(), tol);
-    return Join(&channel, sixtyThousand, &outcomes.scanning);
-  });
+  runs.Add("60,000 segments scanning", scanning("scanning.tmp", sixtyThousand, &outcomes.scanning));
+  runs.Add("57,000 segments of chains by index", byIndex("chains.tmp", chains, &outcomes.chains));
+  runs.Add("57,000 segments of chains scanning",
+           scanning("chains-scanning.tmp", chains, &outcomes.chainsScanning));
   runs.Add("100,000 segments", byIndex("tenth.tmp", hundredThousand, &outcomes.tenth));
   runs.Add("1,000,000 segments", byIndex("million.tmp", million, &outcomes.million));
 
@@ -139,6 +158,8 @@ int main(int argc, char** argv) {
   if (!runs.Run(argc, argv)) return 2;
 
   runs.PrintRatio("60,000 segments scanning", "60,000 segments by index", "at least 40");
+  runs.PrintRatio("57,000 segments of chains scanning", "57,000 segments of chains by index",
+                  "at least 40");
   runs.PrintRatio("1,000,000 segments", "100,000 segments", "at most 14");
   runs.PrintRatio("10,000,000 points one by one", "10,000,000 points in blocks", "at least 10");
   runs.PrintRatio("10,000,000 points in blocks", "copy of the points", "for comparison");
@@ -146,7 +167,8 @@ int main(int argc, char** argv) {
       "results: %d by index, %d scanning, %d of the hundred thousand, %d of the "
       "million, %d in order\n",
       outcomes.byIndex, outcomes.scanning, outcomes.tenth, outcomes.million, outcomes.joined);
-  const bool sameCurves = SameBytes(path("index.tmp"), path("scanning.tmp"));
+  const bool sameCurves = SameBytes(path("index.tmp"), path("scanning.tmp")) &&
+                          SameBytes(path("chains.tmp"), path("chains-scanning.tmp"));
   const bool samePoints = SameBytes(path("blocks.iff"), path("plain.iff"));
   std::printf("curves of both: %s; points of both: %s\n",
               sameCurves ? "the same bytes" : "DIFFERENT",

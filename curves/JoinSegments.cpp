@@ -13,9 +13,10 @@ constexpr int kSentinel = -999999;
 
 }  // namespace
 
-// The lists from which no walk comes back to where it began. A walk that reaches one of them needs
-// not go on: without this many open chains that run into one long chain would take its length each.
-// That holds only while all lists come of the segments as they are now.
+// The lists from which no walk comes back to where it began. A walk that reaches one of them need
+// not go on, since it is dropped whatever its length: without this many open chains that run into
+// one long chain would take its length each. That holds only while all lists come of the segments
+// as they are now.
 class CurveXferQZ::OpenEnds {
  public:
   bool Make(int lists) {
@@ -77,10 +78,7 @@ bool CurveXferQZ::CollectCurve(int key, OpenEnds* openEnds) {
   const int firstKey = key;
   m_curveLength = 0;
   for (int list = m_index.Find(key); list != SegmentLists::kNone; list = m_index.Find(key)) {
-    if (openEnds->Has(list)) {
-      m_curveLength = 0;
-      break;
-    }
+    if (openEnds->Has(list)) break;
     if (!AppendList(list)) return false;
     key = m_lists.Tail(list).end;
     if (m_firstPoint == m_lastPoint) return true;
