@@ -164,9 +164,10 @@ int main(int argc, char** argv) {
   runs.PrintRatio("10,000,000 points one by one", "10,000,000 points in blocks", "at least 10");
   runs.PrintRatio("10,000,000 points in blocks", "copy of the points", "for comparison");
   std::printf(
-      "results: %d by index, %d scanning, %d of the hundred thousand, %d of the "
-      "million, %d in order\n",
-      outcomes.byIndex, outcomes.scanning, outcomes.tenth, outcomes.million, outcomes.joined);
+      "results: %d by index, %d scanning, %d of the hundred thousand, %d of the million, %d in "
+      "order; chains: %d by index, %d scanning\n",
+      outcomes.byIndex, outcomes.scanning, outcomes.tenth, outcomes.million, outcomes.joined,
+      outcomes.chains, outcomes.chainsScanning);
   const bool sameCurves = SameBytes(path("index.tmp"), path("scanning.tmp")) &&
                           SameBytes(path("chains.tmp"), path("chains-scanning.tmp"));
   const bool samePoints = SameBytes(path("blocks.iff"), path("plain.iff"));
