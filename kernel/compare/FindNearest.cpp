@@ -60,7 +60,6 @@ StockTree::Nearest StockTree::FindNearest(const Vec3& point, std::uint32_t guess
   std::array<std::uint32_t, kWidth> keys;
   alignas(32) float squares[kWidth];
   const auto lookInto = [&](std::uint32_t number) {
-    if (m_leafBoxes[number].SquaredDistance(place) >= reach) return;
     alignas(32) float facetSquares[kWidth];
     std::array<std::uint32_t, kWidth> near;
     m_leaves[number].SquaredDistances(place, facetSquares);

@@ -15,7 +15,6 @@ StockTree::StockTree(const StockMesh& mesh, const std::function<void(double)>& w
     : m_boxes(mesh, watch), m_corners(mesh.facets.size()) {
   m_frames.assign(mesh.facets.size(), TriangleFrame());
   m_leaves.resize(m_boxes.Leaves().size());
-  m_leafBoxes.resize(m_leaves.size());
   RunTasks((m_leaves.size() + kBlock - 1) / kBlock,
            [&](std::size_t block) {
              const std::size_t end = std::min(m_leaves.size(), (block + 1) * kBlock);
@@ -33,8 +32,6 @@ void StockTree::FillLeaf(const StockMesh& mesh, std::size_t number) {
     m_frames[slot] = TriangleFrame(m_corners[slot]);
     m_leaves[number].Set(slot - leaf.begin, m_boxes, m_frames[slot]);
   }
-  m_leafBoxes[number] =
-      OrientedBox(m_boxes, {&m_corners[leaf.begin], std::size_t{leaf.end - leaf.begin}});
 }
 
 }  // namespace kernel

@@ -6,7 +6,6 @@
 
 #include "kernel/compare/FacetBoxes.h"
 #include "kernel/compare/FacetLeaf.h"
-#include "kernel/compare/OrientedBox.h"
 #include "kernel/compare/TriangleFrame.h"
 #include "kernel/sweep/StockMesh.h"
 
@@ -38,7 +37,6 @@ class StockTree {
 
   const TriangleFrame& FrameOf(std::uint32_t slot) const { return m_frames[slot]; }
   const Corners& CornersOf(std::uint32_t slot) const { return m_corners[slot]; }
-  std::size_t LeafCount() const { return m_leaves.size(); }
 
  private:
   // More than any way down the tree leaves open.
@@ -50,7 +48,6 @@ class StockTree {
   std::vector<Corners> m_corners;  // by slot, as are the frames
   std::vector<TriangleFrame> m_frames;
   std::vector<FacetLeaf> m_leaves;  // as the tree numbers them
-  std::vector<OrientedBox> m_leafBoxes;
 };
 
 }  // namespace kernel
