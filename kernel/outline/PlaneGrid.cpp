@@ -16,6 +16,12 @@ constexpr double kFinest = 0x1p-42;
 // The narrowest length whose square and its product with a rounding error are still normal.
 constexpr double kLeastDiagonal = 1e-140;
 
+double PowerOfTwoBelow(double value) {
+  int exponent = 0;
+  std::frexp(value, &exponent);
+  return std::ldexp(0.5, exponent);
+}
+
 struct PointHash {
   std::size_t operator()(const Point2& point) const {
     const auto x = static_cast<std::uint64_t>(static_cast<std::int64_t>(point.x));
@@ -44,8 +50,9 @@ PlaneGrid::PlaneGrid(const Point2& low, const Point2& high) : m_low(low) {
   }
   const double largest =
       std::max({std::abs(low.x), std::abs(low.y), std::abs(high.x), std::abs(high.y)});
-  m_cell = std::max(diagonal * kFinest, largest * std::numeric_limits<double>::epsilon());
-  if (m_cell == 0) m_cell = 1;
+  const double wanted =
+      std::max(diagonal * kFinest, largest * std::numeric_limits<double>::epsilon());
+  m_cell = wanted > 0 ? PowerOfTwoBelow(wanted) : 1;
 }
 
 Point2 PlaneGrid::Snap(const Point2& place) const {

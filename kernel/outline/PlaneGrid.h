@@ -7,7 +7,8 @@
 namespace kernel {
 
 // Lays a grid over a part of the plane, fine enough that a cell is no more than the diagonal's
-// 2^-42, or the last place of the largest coordinate where that is more.
+// 2^-42, or the last place of the largest coordinate where that is more. Its size is a power of
+// two, so that coordinates of few digits lie on it.
 class PlaneGrid {
  public:
   // Throws FatalError when the box between the corners is too large or too small to measure. A box

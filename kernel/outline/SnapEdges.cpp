@@ -13,12 +13,22 @@ namespace {
 constexpr int kMostRounds = 40;
 constexpr std::size_t kTellInterval = 1024;  // edges
 
-int Side(const PlaneEdge& edge, const Point2& point) {
-  return OrientationSign(edge.from, edge.to, point);
-}
+// Above the relative error of a difference of two products of exact differences.
+constexpr double kRounding = 4e-16;
 
 bool HasEnd(const PlaneEdge& edge, const Point2& point) {
   return SamePoint(edge.from, point) || SamePoint(edge.to, point);
+}
+
+int Side(const PlaneEdge& edge, const Point2& point) {
+  // Most edges that meet share an end; the exact sum of nothing takes longest.
+  if (HasEnd(edge, point)) return 0;
+  const double left = (edge.to.x - edge.from.x) * (point.y - edge.from.y);
+  const double right = (edge.to.y - edge.from.y) * (point.x - edge.from.x);
+  const double bound = kRounding * (std::abs(left) + std::abs(right));
+  if (left - right > bound) return 1;
+  if (left - right < -bound) return -1;
+  return OrientationSign(edge.from, edge.to, point);
 }
 
 // Whether the point, which lies on the edge's line, lies inside the edge.
@@ -28,6 +38,12 @@ bool LiesWithin(const PlaneEdge& edge, const Point2& point) {
 
 bool TouchesInside(const PlaneEdge& edge, const Point2& point) {
   return LiesWithin(edge, point) && Side(edge, point) == 0;
+}
+
+// Whether the whole of b lies strictly on one side of a's line.
+bool LieApart(const PlaneEdge& a, const PlaneEdge& b) {
+  const int from = Side(a, b.from);
+  return from != 0 && Side(a, b.to) == from;
 }
 
 // Where the edges cross, rounded to the grid. Nearly parallel ones have no reliable quotient, but
@@ -46,15 +62,21 @@ Point2 RoundedCrossing(const PlaneEdge& a, const PlaneEdge& b) {
 // Whether the edge's line passes through the cell around the point, of side 1. The corners are
 // halves, which double as exactly as whole numbers do.
 bool LinePassesCell(const PlaneEdge& edge, const Point2& point) {
-  int left = 0, right = 0;
-  for (const double dx : {-0.5, 0.5}) {
-    for (const double dy : {-0.5, 0.5}) {
-      const int side = Side(edge, {point.x + dx, point.y + dy});
-      if (side >= 0) ++left;
-      if (side <= 0) ++right;
+  const double dx = edge.to.x - edge.from.x, dy = edge.to.y - edge.from.y;
+  const double left = dx * (point.y - edge.from.y), right = dy * (point.x - edge.from.x);
+  const double reach = (std::abs(dx) + std::abs(dy)) / 2;
+  const double bound = kRounding * (std::abs(left) + std::abs(right) + reach);
+  if (std::abs(left - right) > reach + bound) return false;
+  if (std::abs(left - right) < reach - bound) return true;
+  int onLeft = 0, onRight = 0;
+  for (const double x : {-0.5, 0.5}) {
+    for (const double y : {-0.5, 0.5}) {
+      const int side = Side(edge, {point.x + x, point.y + y});
+      if (side >= 0) ++onLeft;
+      if (side <= 0) ++onRight;
     }
   }
-  return left > 0 && right > 0;
+  return onLeft > 0 && onRight > 0;
 }
 
 class Snapper {
@@ -91,6 +113,7 @@ class Snapper {
       tree.ForEachMeeting(Box2::Of(a), [&](std::uint32_t j) {
         if (j <= i) return;
         const PlaneEdge& b = m_edges[j];
+        if (LieApart(a, b)) return;
         if (CrossProperly(a, b)) {
           const Point2 at = RoundedCrossing(a, b);
           m_hot.push_back(at);

@@ -22,6 +22,9 @@ namespace kernel {
 namespace {
 
 constexpr double kDefaultTolerance = 1e-4;  // of the diagonal
+// Of the tolerance, for each arc by itself: where two arcs meet at an angle, their corner moves by
+// more than either of them does.
+constexpr double kArcShare = 0.5;
 
 // The outline on its grid, from which it can be simplified further.
 struct SpunOutline {
@@ -58,7 +61,7 @@ PlaneGrid GridOver(const StockMesh& mesh) {
 
 SpunOutline Outline(const StockMesh& mesh, double tolerance, const std::function<void()>& tell) {
   SpunOutline outline{GridOver(mesh), {}, {}};
-  std::vector<SpunEdge> spun = SpunBorders(mesh, tolerance);
+  std::vector<SpunEdge> spun = SpunBorders(mesh, kArcShare * tolerance);
   tell();
   if (CountOpenEdges(mesh) == 0) {
     const std::vector<SpunEdge> section = SectionEdges(mesh);
