@@ -28,10 +28,11 @@ bool HasWord(const AptStatement& statement, std::string_view word) {
                      [word](const AptWord& candidate) { return candidate.text == word; });
 }
 
-// A statement's name for the list of what is not understood.
-std::string Shown(std::string name) {
-  constexpr std::size_t kLongest = 40;
-  name.resize(std::min(name.size(), kLongest));
+// For lists that people read.
+constexpr std::size_t kLongestName = 40;
+
+std::string Shown(std::string name, std::size_t longest = kLongestName) {
+  name.resize(std::min(name.size(), longest));
   std::replace_if(
       name.begin(), name.end(), [](char c) { return c < ' ' || c > '~'; }, '?');
   return name;
@@ -207,7 +208,7 @@ void AptInterpreter::NotUnderstood(const std::string& name) {
 void AptInterpreter::AddInsert(const AptStatement& statement) {
   ++report_.insertCount;
   if (report_.inserts.size() < AptReport::kMostNotes) {
-    report_.inserts.push_back({report_.lines, statement.text.substr(0, AptReport::kLongestNote)});
+    report_.inserts.push_back({report_.lines, Shown(statement.text, AptReport::kLongestNote)});
   }
 }
 
