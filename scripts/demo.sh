@@ -2,16 +2,22 @@
 # The main job on real input: a machining program cuts a block of material through the add-in.
 #   scripts/demo.sh             the Linux build
 #   scripts/demo.sh --windows   the Windows build, under Wine
+#   scripts/demo.sh --compare   a bracket and, where QZ_SAMPLES names them, real parts are machined and
+#                               compared with what they should be (with --windows too)
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 preset=native
-case "${1:-}" in
-    "") ;;
-    --windows) preset=windows ;;
-    *) echo "usage: scripts/demo.sh [--windows]" >&2; exit 2 ;;
-esac
+act=cut
+for option in "$@"; do
+    case "$option" in
+        --windows) preset=windows ;;
+        --compare) act=compare ;;
+        *) echo "usage: scripts/demo.sh [--compare] [--windows]" >&2; exit 2 ;;
+    esac
+done
 
-work=build/demo/$preset
+work=build/demo/$preset-$act
+[ "$act" = compare ] || work=build/demo/$preset
 rm -rf "$work"
 mkdir -p "$work"
 
@@ -24,6 +30,11 @@ if [ "$preset" = windows ]; then
     qzhost() { wine build/windows/bin/qzhost.exe "$@"; }
 else
     qzhost() { build/native/bin/qzhost "$@"; }
+fi
+
+if [ "$act" = compare ]; then
+    . scripts/demo-compare.sh
+    exit 0
 fi
 
 say "Fetching the program"
