@@ -86,11 +86,11 @@ class Snapper {
 
   // Whether the edges had more in common than ends, which has been changed.
   bool Round() {
-    const EdgeTree tree(m_edges);
-    if (!FindCrossings(tree)) return false;
-    FindPassed(tree);
-    Split();
-    JoinEqualEdges(m_edges);
+    if (!FindCrossings(EdgeTree(m_edges))) return false;
+    // Between the crossings edges are short and their boxes small, so that few pass a cell's.
+    SplitAtStops();
+    FindPassed(EdgeTree(m_edges));
+    SplitAtStops();
     return true;
   }
 
@@ -113,11 +113,10 @@ class Snapper {
       tree.ForEachMeeting(Box2::Of(a), [&](std::uint32_t j) {
         if (j <= i) return;
         const PlaneEdge& b = m_edges[j];
-        if (LieApart(a, b)) return;
-        if (CrossProperly(a, b)) {
+        const bool joined = HasEnd(a, b.from) || HasEnd(a, b.to);
+        if (!joined && LieApart(a, b)) return;
+        if (!joined && CrossProperly(a, b)) {
           const Point2 at = RoundedCrossing(a, b);
-          m_hot.push_back(at);
-          // Also where rounding has put it beside the cells that the edges pass through.
           AddStop(i, at);
           AddStop(j, at);
         } else if (!touching) {
@@ -126,7 +125,7 @@ class Snapper {
         }
       });
     }
-    return touching || !m_hot.empty();
+    return touching || !m_stops.empty();
   }
 
   void AddStop(std::uint32_t e, const Point2& point) {
@@ -138,20 +137,24 @@ class Snapper {
   }
 
   void FindPassed(const EdgeTree& tree) {
+    std::vector<Point2> ends;
     for (const PlaneEdge& edge : m_edges) {
-      m_hot.push_back(edge.from);
-      m_hot.push_back(edge.to);
+      ends.push_back(edge.from);
+      ends.push_back(edge.to);
     }
-    std::sort(m_hot.begin(), m_hot.end(), ComesBefore);
-    m_hot.erase(std::unique(m_hot.begin(), m_hot.end(), SamePoint), m_hot.end());
-    for (std::size_t i = 0; i < m_hot.size(); ++i) {
+    std::sort(ends.begin(), ends.end(), ComesBefore);
+    ends.erase(std::unique(ends.begin(), ends.end(), SamePoint), ends.end());
+    for (std::size_t i = 0; i < ends.size(); ++i) {
       TellAt(i);
-      const Point2& point = m_hot[i];
+      const Point2& point = ends[i];
       const Box2 cell{point.x - 0.5, point.y - 0.5, point.x + 0.5, point.y + 0.5};
       tree.ForEachMeeting(cell, [&](std::uint32_t e) {
         if (LinePassesCell(m_edges[e], point)) AddStop(e, point);
       });
     }
+  }
+
+  void SplitAtStops() {
     std::sort(m_stops.begin(), m_stops.end(), [](const Stop& a, const Stop& b) {
       if (a.edge != b.edge) return a.edge < b.edge;
       if (a.along != b.along) return a.along < b.along;
@@ -161,6 +164,9 @@ class Snapper {
       return a.edge == b.edge && SamePoint(a.point, b.point);
     };
     m_stops.erase(std::unique(m_stops.begin(), m_stops.end(), same), m_stops.end());
+    Split();
+    m_stops.clear();
+    JoinEqualEdges(m_edges);
   }
 
   void Split() {
@@ -177,7 +183,6 @@ class Snapper {
 
   std::vector<PlaneEdge>& m_edges;
   const std::function<void()>& m_tell;
-  std::vector<Point2> m_hot;
   std::vector<Stop> m_stops;
 };
 
