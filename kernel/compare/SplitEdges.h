@@ -21,7 +21,10 @@ struct PartEdge {
   std::uint32_t low, high;  // vertices, low < high
 
   PartEdge(std::uint32_t a, std::uint32_t b) : low(a < b ? a : b), high(a < b ? b : a) {}
-  friend auto operator<=>(const PartEdge&, const PartEdge&) = default;
+  friend bool operator==(const PartEdge&, const PartEdge&) = default;
+  friend bool operator<(const PartEdge& a, const PartEdge& b) {
+    return a.low != b.low ? a.low < b.low : a.high < b.high;
+  }
 };
 
 // Halves the edges, each for all pieces that share it, and the pieces with them: a piece with
