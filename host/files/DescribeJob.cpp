@@ -31,8 +31,9 @@ constexpr Copy kCopies[] = {{"TmpSaveInputStock.iff", "StockModelInput.tmp"},
                             {"TmpSaveBinaryPaths.tmp", "BinaryPaths.tmp"},
                             {"TmpSaveErrorCapture.txt", "ErrorCapture.txt"},
                             {"TmpSaveComparePart.iff", "PartFileToCompare.iff"},
-                            {"TmpSaveCompareInfo.txt", "TmpCompareInfo.tmp"},
-                            {"TmpSaveCompareResults.iff", "CompareResults.iff"}};
+                            {"TmpSaveCompareStock.iff", "StockModelOutput.tmp"},
+                            // Not of the results: the add-in saves the part under this name.
+                            {"TmpSaveCompareResults.iff", "PartFileToCompare.iff"}};
 
 std::string OriginalOf(const std::string& name) {
   for (const Copy& copy : kCopies) {

@@ -232,6 +232,15 @@ TEST_F(DescribeJob, ComparesDiagnosticCopiesWithTheirOriginals) {
             Json({"differs from StockModelOutput.tmp"}));
 }
 
+TEST_F(DescribeJob, TakesTheSavedResultsOfAComparisonForTheCopyOfThePartThatTheyAre) {
+  WriteWholeFile(directory_ / "PartFileToCompare.iff",
+                 ReadWholeFile(directory_ / "StockModelInput.tmp"));
+  WriteWholeFile(directory_ / "Job_TmpSaveCompareResults.iff",
+                 ReadWholeFile(directory_ / "StockModelInput.tmp"));
+  EXPECT_EQ(File("Job_TmpSaveCompareResults.iff")["copy_of"], "PartFileToCompare.iff");
+  EXPECT_EQ(File("Job_TmpSaveCompareResults.iff")["stale"], false);
+}
+
 TEST_F(DescribeJob, MarksCopiesOfWhatTheJobNoLongerHas) {
   WriteWholeFile(directory_ / "Job_TmpSaveErrorCapture.txt", "\nError Message Received:\na\n");
   EXPECT_EQ(File("Job_TmpSaveErrorCapture.txt")["remarks"],
