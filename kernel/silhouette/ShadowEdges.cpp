@@ -16,9 +16,10 @@ class EdgeSteps {
     m_first.assign(points.size() + 2, 0);
     ForEachSide(mesh, [&](Number a, Number b, int) { ++m_first[std::min(a, b) + 2]; });
     for (std::size_t v = 2; v < m_first.size(); ++v) m_first[v] += m_first[v - 1];
-    m_steps.resize(m_first.back());
+    m_steps.resize(static_cast<std::size_t>(m_first.back()));
     ForEachSide(mesh, [&](Number a, Number b, int sign) {
-      m_steps[m_first[std::min(a, b) + 1]++] = {std::max(a, b), a < b ? sign : -sign};
+      const auto place = static_cast<std::size_t>(m_first[std::min(a, b) + 1]++);
+      m_steps[place] = {std::max(a, b), a < b ? sign : -sign};
     });
   }
 
