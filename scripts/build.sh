@@ -5,6 +5,7 @@
 
 preset=${1:?usage: scripts/build.sh PRESET [build options]}
 shift
+[ "$preset" != native ] || [ $# -gt 0 ] || set -- --target all benches
 mkdir -p build
 log=build/configure-$preset.log
 cmake --preset "$preset" >"$log" 2>&1 || { cat "$log"; exit 1; }

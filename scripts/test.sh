@@ -6,7 +6,7 @@ started=$SECONDS
 scripts/setup.sh
 scripts/fetch-samples.sh
 say "Linux build"
-scripts/build.sh native
+scripts/build.sh native --target all
 say "Windows build"
 scripts/build.sh windows
 prepare_wine
