@@ -23,5 +23,8 @@ prepare_wine() {
     [ -f "$WINEPREFIX/system.reg" ] || wineboot --init >/dev/null 2>&1
     wineserver -w
     wineserver -p </dev/null >/dev/null 2>&1
+    # Wine's own services start with the first program and stay; were that one of the tests, whoever
+    # reads its output would wait for theirs to end.
+    wine cmd /c exit </dev/null >/dev/null 2>&1
     trap 'wineserver -k || true' EXIT
 }

@@ -296,7 +296,8 @@ TEST(ScriptedKernelTest, ComparisonNamesItsChannelsAndKeepsItsBands) {
     IFSweep sweep(&callbacks);
     SurfaceTransfer* part = sweep.OpenCompareSurfaceChannel();
     SurfaceTransfer* stock = sweep.OpenCompareSurfaceChannel();
-    part->AddVertex(distances);
+    const double corner[] = {1, 2, 3};
+    part->AddVertex(corner);
     sweep.Compare(stock, part, 7, 2, colours, distances, &results);
     sweep.Compare(part, &results, 7, 2, colours, distances, &results);
   }

@@ -55,14 +55,15 @@ std::string InputPath(const std::string& directory, const std::string& name) {
 // Not told apart by capitals either, as on some systems. The file need not be there yet.
 bool IsInPlaceOf(const std::string& output, const std::string& directory, std::string name) {
   const std::filesystem::path path(FullPath(output));
+  const std::filesystem::path scratch(directory + name);
   std::error_code error;
-  if (std::filesystem::equivalent(path, directory + name, error)) return true;
+  if (std::filesystem::equivalent(path, scratch, error)) return true;
   const auto lower = [](std::string text) {
     for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
   };
   return lower(path.filename().string()) == lower(std::move(name)) &&
-         std::filesystem::equivalent(path.parent_path(), directory, error);
+         std::filesystem::equivalent(path.parent_path(), scratch.parent_path(), error);
 }
 
 void RefuseScratchFile(const std::string& directory, const std::string& output) {
