@@ -3,7 +3,7 @@
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 seconds=${1:-10}
 
-scripts/build.sh fuzz
+scripts/build.sh fuzz --target fuzz_targets
 count=0
 for target in build/fuzz/bin/fuzz_*; do
     [ -x "$target" ] || continue
