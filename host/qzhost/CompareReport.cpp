@@ -38,10 +38,11 @@ void AddBands(Report& report, const CompareResult& result, const Options& option
                     {"facets", band.facets},
                     {"area", band.area},
                     {"share", share}});
-    report.AddLine("band " + RangeText(band) + " " + unit + ": colour " +
-                   std::to_string(band.colour) + ", " + std::to_string(band.facets) +
-                   " facets, area " + Fixed(band.area, 3) + " " + unit + "^2 (" +
-                   Fixed(100 * share, 3) + " %)");
+    std::string line = "band " + RangeText(band) + ' ' + unit;
+    line += ": colour " + std::to_string(band.colour) + ", " + std::to_string(band.facets);
+    line += " facets, area " + Fixed(band.area, 3) + ' ' + unit;
+    line += "^2 (" + Fixed(100 * share, 3) + " %)";
+    report.AddLine(line);
     facets += band.facets;
   }
   report.Add("bands", std::move(list));

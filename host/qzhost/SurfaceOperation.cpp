@@ -94,7 +94,7 @@ class Run {
   std::string WhyItFailed() const {
     const auto errors = m_messages.Errors();
     if (!errors.empty()) return InTheUsersNames({errors.back()}).front();
-    const std::string reason = m_operation.explain ? m_operation.explain() : "";
+    std::string reason = m_operation.explain ? m_operation.explain() : "";
     if (!reason.empty()) return reason;
     if (m_result.before.facets == 0) return m_operation.input + ": has no facets";
     return "the add-in reports failure and gives no reason";

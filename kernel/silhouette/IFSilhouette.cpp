@@ -13,7 +13,7 @@ struct IFSilhouette::Impl {};
 
 IFSilhouette::IFSilhouette() : m_impl(nullptr) {}
 
-IFSilhouette::~IFSilhouette() = default;
+IFSilhouette::~IFSilhouette() {}
 
 void IFSilhouette::Run(char* inputFile, char* outputFile, double distance, UIDialog* dialog) {
   kernel::StageProgress progress(dialog);

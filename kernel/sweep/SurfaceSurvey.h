@@ -23,7 +23,8 @@ struct SettleLimits {
 struct MeshPlace {
   enum class Kind : std::uint8_t { kVertex, kEdge, kFacet } kind = Kind::kVertex;
   HalfEdgeMesh::Index index = 0;
-  friend auto operator<=>(const MeshPlace&, const MeshPlace&) = default;
+  friend auto operator<=>(const MeshPlace&,
+                          const MeshPlace&) = default;  // NOLINT(modernize-use-nullptr)
 };
 
 // A place of the mesh that should change.

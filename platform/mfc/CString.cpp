@@ -172,7 +172,9 @@ void CString::Format(const char* format, ...) {
 void CString::FormatV(const char* format, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
-  const int length = std::vsnprintf(nullptr, 0, format, again);
+  // The analyser takes a copied list for an unset one.
+  const int length =
+      std::vsnprintf(nullptr, 0, format, again);  // NOLINT(clang-analyzer-valist.Uninitialized)
   va_end(again);
   // A second string takes the text, since an argument may be this one's own.
   CString formatted;

@@ -88,7 +88,7 @@ void RefuseCsvOver(const Settings& settings, const std::vector<std::string>& inp
 int CompareJob(const Settings& settings, const Options& options) {
   const std::string directory = OpenJobDirectory(settings.job);
   std::vector<std::string> files = FilesIn(directory);
-  for (std::string& file : files) file = directory + file;
+  for (std::string& file : files) file.insert(0, directory);
   RefuseCsvOver(settings, files);
   const CompareInput input = ReadCompareInput(directory);
   const std::string copies = StockDataDirectory().GetString();
