@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/Mesh.h"
-#include "formats/meshes/TextBuilder.h"
+#include "formats/TextBuilder.h"
 
 namespace formats {
 

@@ -2,8 +2,8 @@
 
 #include <limits>
 
+#include "formats/TextBuilder.h"
 #include "formats/meshes/PolygonFan.h"
-#include "formats/meshes/TextBuilder.h"
 #include "formats/meshes/TextScanner.h"
 
 namespace formats {

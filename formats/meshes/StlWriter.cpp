@@ -4,8 +4,8 @@
 
 #include "formats/BinaryWriter.h"
 #include "formats/FileError.h"
+#include "formats/TextBuilder.h"
 #include "formats/meshes/StlFile.h"
-#include "formats/meshes/TextBuilder.h"
 
 namespace formats {
 namespace {
