@@ -18,18 +18,22 @@ struct ShiftedJob {
 /// everything moved back afterwards, whatever the result; restoreOutput(scaled, s, c) does that for
 /// the output. Both files only where the host sees them, and a file that cannot be rewritten goes
 /// unnoticed. What `run` throws passes through and leaves input and box where they are then.
-/// Returns what `run` returns.
+/// `*result` becomes what `run` returns, before anything is moved back: what is thrown behind the
+/// run does not make it undone.
 template <class Run, class RestoreOutput>
-unsigned char RunShifted(ShiftedJob job, const double* c, Run run, RestoreOutput restoreOutput) {
+void RunShifted(ShiftedJob job, const double* c, unsigned char* result, Run run,
+                RestoreOutput restoreOutput) {
   double s = 1.0;
   const bool scaled = ChooseScale(job.distance, job.boxMin, job.boxMax, &s);
-  if (!scaled && !IsFarFromOrigin(c)) return run(job.distance);
+  if (!scaled && !IsFarFromOrigin(c)) {
+    *result = run(job.distance);
+    return;
+  }
 
   ApplyShift(c, scaled, s, job.boxMin, job.boxMax, &job.distance);
   if (file_exists(job.inputFile, 0) != 0) ShiftSurfaceFile(scaled, s, c, job.inputFile);
-  const unsigned char result = run(job.distance);
+  *result = run(job.distance);
   if (file_exists(job.outputFile, 0) != 0) restoreOutput(scaled, s, c);
   if (file_exists(job.inputFile, 0) != 0) RestoreSurfaceFile(scaled, s, c, job.inputFile);
   RestoreShift(scaled, s, c, &job.distance, job.boxMin, job.boxMax);
-  return result;
 }

@@ -8,8 +8,8 @@ void SilhouetteBoundary(char* inputFile, char* outputFile, double distance, doub
   *result = 0;
   double centre[3];
   ShiftCentre(boxMin, boxMax, centre);
-  *result = RunShifted(
-      {inputFile, outputFile, distance, boxMin, boxMax}, centre,
+  RunShifted(
+      {inputFile, outputFile, distance, boxMin, boxMax}, centre, result,
       [&](double moved) { return RunSilhouette(inputFile, outputFile, moved); },
       [&](bool scaled, double s, const double* c) {
         // The kernel writes the tree variant.

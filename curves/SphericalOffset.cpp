@@ -8,8 +8,8 @@ void SphericalOffset(const char* inputFile, const char* outputFile, double dista
   *result = 0;
   double centre[3];
   ShiftCentre(boxMin, boxMax, centre);
-  *result = RunShifted(
-      {inputFile, outputFile, distance, boxMin, boxMax}, centre,
+  RunShifted(
+      {inputFile, outputFile, distance, boxMin, boxMax}, centre, result,
       [&](double moved) { return RunSphericalOffset(inputFile, outputFile, moved, unscaledValue); },
       [&](bool scaled, double s, const double* c) {
         RestoreSurfaceFile(scaled, s, c, outputFile);

@@ -12,8 +12,8 @@ void SpinSilhouetteBoundary(const char* inputFile, int mode, const char* outputF
   // The axis of revolution stays.
   centre[1] = 0.0;
   centre[2] = 0.0;
-  *result = RunShifted(
-      {inputFile, outputFile, distance, boxMin, boxMax}, centre,
+  RunShifted(
+      {inputFile, outputFile, distance, boxMin, boxMax}, centre, result,
       [&](double moved) { return RunSpinSilhouette(inputFile, mode, outputFile, moved); },
       [&](bool scaled, double s, const double* c) {
         RestoreCurveFile(mode, scaled, s, c, outputFile);

@@ -217,6 +217,18 @@ TEST_P(ShiftedOperationsTest, ResultIsZeroFromTheFirstEffectOnUntilTheKernelHasR
   EXPECT_EQ(result, 1);
 }
 
+TEST_P(ShiftedOperationsTest, ResultIsThereBeforeAnythingIsMovedBack) {
+  MoveFar();
+  unsigned char behindTheRun = 99;
+  host.faults.RunAt("file_exists", 2, [&] {
+    behindTheRun = result;
+    throw std::runtime_error("the host cannot say");
+  });
+  EXPECT_THROW(Call(), std::runtime_error);
+  EXPECT_EQ(behindTheRun, 1);
+  EXPECT_EQ(result, 1);
+}
+
 TEST_P(ShiftedOperationsTest, InputThatIsMissingIsNotRewrittenAndTheKernelIsMadeAllTheSame) {
   MoveFar();
   std::filesystem::remove(InJob("in.iff"));
