@@ -42,10 +42,15 @@ bool RewritePoints(FILE* stream, std::size_t start, std::int32_t count, Change c
     const std::size_t whole = std::fread(block, 1, wanted * sizeof(Point), stream) / sizeof(Point);
     for (std::size_t i = 0; i < whole; ++i) change(block[i].xyz);
     if (SeekStdFile(stream, place) != 0) return false;
-    if (std::fwrite(block, sizeof(Point), whole, stream) != whole) return false;
+    const bool written = std::fwrite(block, sizeof(Point), whole, stream) == whole;
     place += static_cast<long long>(whole * sizeof(Point));
-    // Between writing and reading; and it sees to it that a stream left open has written all.
-    if (SeekStdFile(stream, place) != 0 || whole < wanted) return false;
+    // A seek stands between writing and reading. Without one nothing may wait in a stream that is
+    // left open: in the end it would go over what was restored meanwhile.
+    if (!written || SeekStdFile(stream, place) != 0) {
+      std::fflush(stream);
+      return false;
+    }
+    if (whole < wanted) return false;
     left -= whole;
   }
   return true;

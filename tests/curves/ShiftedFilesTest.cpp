@@ -246,6 +246,16 @@ TEST_F(ShiftedFilesTest, EveryFailingReadWriteAndSeekIsFalseAndLeavesTheStreamOp
   }
 }
 
+TEST_F(ShiftedFilesTest, StreamThatIsLeftOpenHoldsNothingBack) {
+  Put(PointsFile(14, 5, Coordinate));
+  host.faults.FailCall("fseek", 2);
+  EXPECT_FALSE(ShiftSurfaceFile(false, 1.0, kCentre, "points"));
+  EXPECT_EQ(host.OpenStreams().size(), 1u);
+  EXPECT_EQ(Now(), PointsFile(14, 5, [](int point, int axis) {
+              return Shifted(Coordinate(point, axis), axis, false, 1.0);
+            }));
+}
+
 TEST_F(ShiftedFilesTest, WritingDoesNotGoBeyondTheDiskAndIsThenFalse) {
   Put(PointsFile(14, 5000, Coordinate));
   host.faults.LimitDisk(2048 * 24);
