@@ -140,7 +140,8 @@ void UIDlgKernel::CaptureKernelMessage(const CString& text, bool fatal) const {
   {
     const StdFile file = OpenForAppending(path);
     if (file == nullptr) return;
-    std::fseek(file.get(), 0, SEEK_END);
+    // Anywhere else the entry would go over those of earlier jobs.
+    if (std::fseek(file.get(), 0, SEEK_END) != 0) return;
     std::fprintf(file.get(), "\n%s Message Received:\n", fatal ? "Error" : "Warning");
     std::fprintf(file.get(), "%s\n", text.GetString());
   }

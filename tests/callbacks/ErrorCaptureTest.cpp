@@ -138,6 +138,15 @@ TEST_F(ErrorCaptureTest, FileThatCannotBeReopenedKeepsWhatItHolds) {
   EXPECT_THAT(host.OpenStreams(), IsEmpty());
 }
 
+TEST_F(ErrorCaptureTest, EntryThatCannotGoToTheEndDoesNotGoOverEarlierOnes) {
+  dialog.ErrorMessage("first", false);
+  const std::string first = Captured();
+  host.faults.FailCall("fseek", host.faults.Calls("fseek") + 1);
+  dialog.ErrorMessage("second, and longer", false);
+  EXPECT_EQ(Captured(), first);
+  EXPECT_TRUE(host.OpenStreams().empty());
+}
+
 TEST_F(ErrorCaptureTest, OldCopyGoesEvenWhenTheNewOneCannotBeMade) {
   support::WriteWholeFile(InJob(kCopy), "old copy");
   host.faults.FailCall("CopyFileA", 1);
