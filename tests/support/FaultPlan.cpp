@@ -11,6 +11,7 @@ int FaultPlan::Calls(const std::string& function) const {
 
 bool FaultPlan::Enter(const std::string& function) {
   const int call = ++m_calls[function];
+  if (onCall && onCall(function)) return true;
   const auto action = m_actions.find({function, call});
   if (action != m_actions.end()) action->second();
   const auto from = m_failingFrom.find(function);
@@ -25,6 +26,13 @@ std::size_t FaultPlan::Claim(std::size_t bytes) {
   const auto fitting = static_cast<std::size_t>(std::min<std::uint64_t>(bytes, *m_room));
   *m_room -= fitting;
   return fitting;
+}
+
+bool FaultPlan::TakeRoom(std::size_t bytes) {
+  if (!m_room) return true;
+  if (bytes > *m_room) return false;
+  *m_room -= bytes;
+  return true;
 }
 
 }  // namespace support

@@ -17,9 +17,17 @@ namespace support {
 /// "GetStringValue"; "fopen" (fopen_s counts as one), "fclose", "fread", "fwrite", "fflush",
 /// "fseek" (its variants for large files too), "fgetpos", "fsetpos", "remove", "CopyFileA",
 /// "GetCurrentDirectoryA", "SetCurrentDirectoryA", "LoadLibraryA"; "new" (operator new and new[]
-/// with std::nothrow). "KeyPress" is counted, too.
+/// with std::nothrow). Of the progress object "LoadMessage" and "IsCancelled", of the executable
+/// "KeyPress": to fail is to have no text, or to be told to stop. Counted only are "m_fclose",
+/// "ShowProgress", "UpdateStatusBarText", "clearprompt" and "cleartext".
 class FaultPlan {
  public:
+  /// Told of every counted call by its function, in order; true makes it fail. It may throw.
+  std::function<bool(const std::string&)> onCall;
+
+  /// Told of what fwrite is asked to write, behind onCall: the file, as events spell it, and bytes.
+  std::function<void(const std::string&, std::size_t)> onWrite;
+
   /// The `n`-th call (1 is the first since this plan began) fails; others are not affected.
   void FailCall(const std::string& function, int n) { m_failing[function].insert(n); }
 
@@ -48,6 +56,9 @@ class FaultPlan {
 
   /// For the doubles: how many of `bytes` still fit; they are taken from the room that is left.
   std::size_t Claim(std::size_t bytes);
+
+  /// For the doubles: whether all of `bytes` fit at once; only then they are taken from the room.
+  bool TakeRoom(std::size_t bytes);
 
   /// For the doubles: counts what fread has delivered, and begins anew at a seek.
   void NoteRead(std::size_t bytes) { m_read += bytes; }

@@ -31,6 +31,8 @@ struct OpenStream {
 void RememberStream(FILE* stream, const OpenStream& what);
 /// Whether the stream was opened under the living host; the test framework has others.
 bool IsRemembered(FILE* stream);
+/// The path of a stream that was opened under the living host, as events spell it.
+std::string PathOf(FILE* stream);
 /// Forgets the stream and returns what was known of it.
 OpenStream ForgetStream(FILE* stream);
 

@@ -3,7 +3,11 @@
 // What the observed system calls do; how a call comes here and how the real one is reached differs
 // from system to system.
 
+#include <filesystem>
+#include <system_error>
+
 #include "SystemApi.h"
+#include "support/RealLibrary.h"
 #include "support/TestHost.h"
 
 namespace support {
@@ -25,11 +29,19 @@ BOOL ObserveSetCurrentDirectory(Real real, const char* path) {
   return done;
 }
 
+// Whether the disk has room for the copy.
+inline bool Fits(TestHost& host, const char* from) {
+  std::error_code missing;
+  const auto size = std::filesystem::file_size(WithSlashes(from), missing);
+  return missing || host.faults.TakeRoom(static_cast<std::size_t>(size));
+}
+
 template <typename Real>
 BOOL ObserveCopyFile(Real real, const char* from, const char* to, BOOL failIfExists) {
   TestHost* host = CurrentTestHost();
   if (host == nullptr) return real(from, to, failIfExists);
-  const BOOL done = host->faults.Enter("CopyFileA") ? FALSE : real(from, to, failIfExists);
+  const bool refused = host->faults.Enter("CopyFileA") || !Fits(*host, from);
+  const BOOL done = refused ? FALSE : real(from, to, failIfExists);
   host->events.Note("copy " + host->events.Spell(from) + " -> " + host->events.Spell(to) +
                     (failIfExists != FALSE ? " unless it exists" : "") +
                     (done != FALSE ? "" : " fails"));

@@ -80,6 +80,8 @@ void RememberStream(FILE* stream, const OpenStream& what) { g_streams[stream] = 
 
 bool IsRemembered(FILE* stream) { return g_streams.contains(stream); }
 
+std::string PathOf(FILE* stream) { return g_streams.at(stream).path; }
+
 OpenStream ForgetStream(FILE* stream) {
   const auto found = g_streams.find(stream);
   if (found == g_streams.end()) return {"", "an unknown stream"};
@@ -180,6 +182,7 @@ FILE* m_fopen_hl(const char* sourceUnit, int line, const char* directory, const 
 
 void m_fclose(const char* sourceUnit, int line, FILE* stream) {
   support::TestHost& host = Host();
+  host.faults.Enter("m_fclose");
   const std::string unit = sourceUnit;
   if (stream == nullptr) {
     host.events.Note("m_fclose " + unit + " nothing" + LineMark(line));
@@ -190,18 +193,25 @@ void m_fclose(const char* sourceUnit, int line, FILE* stream) {
   __real_fclose(stream);
 }
 
-void clearprompt() { Host().events.Note("clearprompt"); }
+void clearprompt() {
+  Host().events.Note("clearprompt");
+  Host().faults.Enter("clearprompt");
+}
 
-void cleartext() { Host().events.Note("cleartext"); }
+void cleartext() {
+  Host().events.Note("cleartext");
+  Host().faults.Enter("cleartext");
+}
 
 bool KeyPress(short code) {
   support::TestHost& host = Host();
   host.events.Note("KeyPress " + std::to_string(code));
-  host.faults.Enter("KeyPress");
+  const bool planned = host.faults.Enter("KeyPress");
   const bool due = host.escapeFrom > 0 && host.faults.Calls("KeyPress") >= host.escapeFrom;
-  return code == 27 && (host.escapePressed || due);
+  return code == 27 && (host.escapePressed || due || planned);
 }
 
 void UpdateStatusBarText(const char* text) {
   Host().events.Note("status \"" + std::string(text) + "\"");
+  Host().faults.Enter("UpdateStatusBarText");
 }

@@ -54,6 +54,7 @@ size_t __wrap_fwrite(const void* data, size_t size, size_t count, FILE* stream) 
   support::TestHost* host = support::CurrentTestHost();
   if (host == nullptr || size == 0) return __real_fwrite(data, size, count, stream);
   if (host->faults.Enter("fwrite")) return 0;
+  if (host->faults.onWrite) host->faults.onWrite(support::PathOf(stream), size * count);
   const size_t fitting = host->faults.Claim(size * count);
   return __real_fwrite(data, 1, fitting, stream) / size;
 }

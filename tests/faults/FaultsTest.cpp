@@ -1,0 +1,135 @@
+// Every export on a job that uses all it can: run once to count what it asks for, then once for
+// each of these calls with that one going wrong. Each time flag, files, directory, streams, memory
+// and box must be what the operation's description (the Model) says, and the next run must work.
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "faults/Tally.h"
+#include "faults/Trials.h"
+
+namespace {
+
+using faults::Injection;
+using faults::Model;
+using faults::Trial;
+using faults::Way;
+using faults::World;
+
+struct Operation {
+  const char* name;
+  std::unique_ptr<Trial> (*make)();
+};
+
+void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
+
+std::vector<Way> WaysFor(const std::string& function) {
+  static const std::map<std::string, std::vector<Way>> ways = {
+      {faults::kCallback, {Way::kFatal, Way::kForeign}},
+      {"IsCancelled", {Way::kStops, Way::kForeign}},
+      {"KeyPress", {Way::kStops, Way::kForeign}},
+      {"LoadMessage", {Way::kFails, Way::kForeign}},
+      {"ShowProgress", {Way::kForeign}},
+      {"UpdateStatusBarText", {Way::kForeign}},
+      {"clearprompt", {Way::kForeign}},
+      {"cleartext", {Way::kForeign}},
+      {"fwrite", {Way::kFails, Way::kFull, Way::kHalfFull}},
+      {"CopyFileA", {Way::kFails, Way::kFull}},
+      {"m_fclose", {}}};  // returns nothing
+  const auto found = ways.find(function);
+  return found == ways.end() ? std::vector<Way>{Way::kFails} : found->second;
+}
+
+std::vector<std::string> WithoutTexts(const faults::Counted& calls) {
+  std::vector<std::string> names;
+  for (const auto& call : calls) {
+    if (call.function != faults::kTextMemory) names.push_back(call.function);
+  }
+  return names;
+}
+
+class FaultsTest : public ::testing::TestWithParam<Operation> {
+ protected:
+  std::unique_ptr<Trial> Make() const { return GetParam().make(); }
+
+  /// The kernel's calls that report, found in a run in which none does.
+  void FindReportingCalls() {
+    const std::unique_ptr<Trial> trial = Make();
+    trial->PutInputs();
+    trial->Run({}, {});
+    m_reporting = faults::ReportingCalls(trial->KernelCalls());
+  }
+
+  /// Runs the trial and returns what tells its outcome from the model's.
+  std::string RunAgainstModel(Trial& trial, const Injection& injection) const {
+    trial.PutInputs();
+    const std::unique_ptr<Model> model = trial.ModelFor(trial.Now(), injection, m_counted);
+    const World expected = model->Run();
+    trial.Run(injection, m_reporting);
+    return faults::Differences(expected, trial.Now());
+  }
+
+  std::string Inject(const Injection& injection) const {
+    const std::unique_ptr<Trial> trial = Make();
+    const std::string differences = RunAgainstModel(*trial, injection);
+    trial->GoHome();
+    const std::string afterwards = RunAgainstModel(*trial, {});
+    return differences + (afterwards.empty() ? "" : "in the next run:\n" + afterwards);
+  }
+
+  std::vector<int> m_reporting;
+  faults::Counted m_counted;
+};
+
+TEST_P(FaultsTest, EveryCallGoingWrongInTurnLeavesWhatIsPromisedAndTheNextRunWorks) {
+  FindReportingCalls();
+  {
+    const std::unique_ptr<Trial> trial = Make();
+    trial->PutInputs();
+    const World before = trial->Now();
+    trial->Run({}, m_reporting);
+    m_counted = trial->Calls();
+    const std::unique_ptr<Model> model = trial->ModelFor(before, {}, m_counted);
+    ASSERT_EQ(faults::Differences(model->Run(), trial->Now()), "");
+    ASSERT_EQ(WithoutTexts(m_counted), model->Calls()) << "what is asked for, in this order";
+  }
+  for (std::size_t place = 1; place <= m_counted.size(); ++place) {
+    const faults::CountedCall& call = m_counted[place - 1];
+    for (const Way way : WaysFor(call.function)) {
+      const std::size_t room = way == Way::kHalfFull ? call.bytes / 2 : 0;
+      const std::string differences = Inject({place, way, room});
+      faults::TheTally().Count(GetParam().name, call.function, way, differences.empty());
+      EXPECT_EQ(differences, "") << call.function << ", call " << place << " of "
+                                 << m_counted.size() << ", way " << static_cast<int>(way);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Exports, FaultsTest,
+    ::testing::Values(Operation{"qztutlSweepMultipleToolpathsFromStock", faults::MakeSweepTrial},
+                      Operation{"qztutlSweepPartStockCompare", faults::MakeCompareTrial},
+                      Operation{"qztutlStockModelCompress", faults::MakeCompressTrial},
+                      Operation{"qztutlFilterStockByColor", faults::MakeFilterTrial},
+                      Operation{"qztutl_heal", faults::MakeHealTrial},
+                      Operation{"qztutl_silbndy", faults::MakeSilhouetteTrial},
+                      Operation{"qztutlSpinSilBndy", faults::MakeSpinTrial},
+                      Operation{"qztutlSphericalOffsetTris", faults::MakeOffsetTrial}),
+    [](const auto& operation) { return std::string(operation.param.name); });
+
+class PrintTally : public ::testing::Environment {
+ public:
+  void TearDown() override { std::printf("%s", faults::TheTally().Table().c_str()); }
+};
+
+[[maybe_unused]] const ::testing::Environment* const kPrintTally =
+    ::testing::AddGlobalTestEnvironment(new PrintTally);
+
+}  // namespace

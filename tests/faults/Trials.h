@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+
+#include "faults/Trial.h"
+
+namespace faults {
+
+/// A fresh job for each of the exports. One lives at a time.
+std::unique_ptr<Trial> MakeSweepTrial();
+std::unique_ptr<Trial> MakeCompareTrial();
+std::unique_ptr<Trial> MakeCompressTrial();
+std::unique_ptr<Trial> MakeFilterTrial();
+std::unique_ptr<Trial> MakeHealTrial();
+/// Those that run near the origin: far away, and with so small a distance that they are scaled.
+std::unique_ptr<Trial> MakeSilhouetteTrial();
+std::unique_ptr<Trial> MakeSpinTrial();
+std::unique_ptr<Trial> MakeOffsetTrial();
+
+}  // namespace faults
