@@ -23,9 +23,16 @@ using faults::Trial;
 using faults::Way;
 using faults::World;
 
+// What is left when an exception passes through the loader, and when a file has been opened to be
+// rewritten and that fails.
+constexpr const char* kHandles = "an array of handles";
+
 struct Operation {
   const char* name;
   std::unique_ptr<Trial> (*make)();
+  /// All that may be left behind, and each of them is by some fault: streams by unit and file, and
+  /// memory. Anything else is an error.
+  std::set<std::string> leftovers;
 };
 
 void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
@@ -68,15 +75,18 @@ class FaultsTest : public ::testing::TestWithParam<Operation> {
   }
 
   /// Runs the trial and returns what tells its outcome from the model's.
-  std::string RunAgainstModel(Trial& trial, const Injection& injection) const {
+  std::string RunAgainstModel(Trial& trial, const Injection& injection) {
     trial.PutInputs();
     const std::unique_ptr<Model> model = trial.ModelFor(trial.Now(), injection, m_counted);
     const World expected = model->Run();
     trial.Run(injection, m_reporting);
-    return faults::Differences(expected, trial.Now());
+    const World actual = trial.Now();
+    m_leftovers.insert(actual.streams.begin(), actual.streams.end());
+    if (actual.blocks > 0) m_leftovers.insert(kHandles);
+    return faults::Differences(expected, actual);
   }
 
-  std::string Inject(const Injection& injection) const {
+  std::string Inject(const Injection& injection) {
     const std::unique_ptr<Trial> trial = Make();
     const std::string differences = RunAgainstModel(*trial, injection);
     trial->GoHome();
@@ -86,6 +96,7 @@ class FaultsTest : public ::testing::TestWithParam<Operation> {
 
   std::vector<int> m_reporting;
   faults::Counted m_counted;
+  std::set<std::string> m_leftovers;
 };
 
 TEST_P(FaultsTest, EveryCallGoingWrongInTurnLeavesWhatIsPromisedAndTheNextRunWorks) {
@@ -110,18 +121,34 @@ TEST_P(FaultsTest, EveryCallGoingWrongInTurnLeavesWhatIsPromisedAndTheNextRunWor
                                  << m_counted.size() << ", way " << static_cast<int>(way);
     }
   }
+  EXPECT_EQ(m_leftovers, GetParam().leftovers);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Exports, FaultsTest,
-    ::testing::Values(Operation{"qztutlSweepMultipleToolpathsFromStock", faults::MakeSweepTrial},
-                      Operation{"qztutlSweepPartStockCompare", faults::MakeCompareTrial},
-                      Operation{"qztutlStockModelCompress", faults::MakeCompressTrial},
-                      Operation{"qztutlFilterStockByColor", faults::MakeFilterTrial},
-                      Operation{"qztutl_heal", faults::MakeHealTrial},
-                      Operation{"qztutl_silbndy", faults::MakeSilhouetteTrial},
-                      Operation{"qztutlSpinSilBndy", faults::MakeSpinTrial},
-                      Operation{"qztutlSphericalOffsetTris", faults::MakeOffsetTrial}),
+    ::testing::Values(Operation{"qztutlSweepMultipleToolpathsFromStock",
+                                faults::MakeSweepTrial,
+                                {"QZTUTLA2 job\\StockModelInput.tmp", kHandles}},
+                      Operation{"qztutlSweepPartStockCompare",
+                                faults::MakeCompareTrial,
+                                {"QZTUTLA2 job\\PartFileToCompare.iff",
+                                 "QZTUTLA2 job\\StockModelOutput.tmp", kHandles}},
+                      Operation{"qztutlStockModelCompress",
+                                faults::MakeCompressTrial,
+                                {"QZTUTLA2 in.iff", kHandles}},
+                      Operation{"qztutlFilterStockByColor", faults::MakeFilterTrial, {}},
+                      Operation{"qztutl_heal", faults::MakeHealTrial, {}},
+                      Operation{"qztutl_silbndy",
+                                faults::MakeSilhouetteTrial,
+                                {"QZTUtlA job\\in.iff", "QZTUtlA job\\out.tmp"}},
+                      Operation{"qztutlSpinSilBndy",
+                                faults::MakeSpinTrial,
+                                {"QZTUTLA2 job\\in.iff", "QZTUtlA job\\in.iff",
+                                 "QZTUtlA job\\out.tmp", kHandles}},
+                      Operation{"qztutlSphericalOffsetTris",
+                                faults::MakeOffsetTrial,
+                                {"QZTUTLA2 job\\in.iff", "QZTUtlA job\\in.iff",
+                                 "QZTUtlA job\\out.tmp", kHandles}}),
     [](const auto& operation) { return std::string(operation.param.name); });
 
 class PrintTally : public ::testing::Environment {
