@@ -15,8 +15,8 @@ constexpr std::size_t kBlock = 1024;
 
 constexpr double kFarAway = std::numeric_limits<double>::max();
 
-// No surface comes between two points that are nearer to each other than one of them to the surface;
-// a little is left for rounding.
+// No surface comes between two points that are nearer to each other than one of them to the
+// surface; a little is left for rounding.
 constexpr double kSureOfSide = 1 - 1e-9;
 
 // Deviations of points one after the other, each of which helps with the next.
