@@ -42,9 +42,9 @@ class CompressModel : public StockModel {
   }
 
   bool WritePath() {
-    if (!OpenForReading().counts || !Call("fread")) return false;
+    if (!OpenForReading() || !Call("fread")) return false;
     Call("m_fclose");
-    if (!OpenForWriting(kPaths).counts) return false;
+    if (!OpenForWriting(kPaths)) return false;
     bool isWhole = false;
     {
       Pending out = PendingFor(kPaths);

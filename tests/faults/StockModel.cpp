@@ -49,16 +49,27 @@ std::string StockModel::CopyBase() {
   return isNamed ? "keep\\Job1_" : "job\\Job1_";
 }
 
-StockModel::Opened StockModel::OpenForReading() {
+bool StockModel::OpenForReading(bool* status) {
   const bool hasStream = Call("m_fopen_hl");
-  const bool counts = Call("m_fopen_hl status");
-  return {hasStream, hasStream && counts};
+  if (m_writesEveryStatus || !hasStream) *status = hasStream;
+  if (!Call("m_fopen_hl status")) *status = false;
+  return hasStream;
 }
 
-StockModel::Opened StockModel::OpenForWriting(const std::string& file) {
-  const Opened opened = OpenForReading();
-  if (opened.hasStream) now.files[file] = "";
-  return opened;
+bool StockModel::OpenForWriting(const std::string& file, bool* status) {
+  const bool hasStream = OpenForReading(status);
+  if (hasStream) now.files[file] = "";
+  return hasStream;
+}
+
+bool StockModel::OpenForReading() {
+  bool status = false;
+  return OpenForReading(&status) && status;
+}
+
+bool StockModel::OpenForWriting(const std::string& file) {
+  bool status = false;
+  return OpenForWriting(file, &status) && status;
 }
 
 bool StockModel::Pending::PassOn() {

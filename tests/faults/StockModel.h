@@ -30,13 +30,14 @@ class StockModel : public Model {
   /// The directory of the copies, with the job's prefix.
   std::string CopyBase();
 
-  /// A tracked open, after which the host says whether it counts.
-  struct Opened {
-    bool hasStream;
-    bool counts;
-  };
-  Opened OpenForReading();
-  Opened OpenForWriting(const std::string& file);
+  /// A tracked open of a file that is there, or that is made. Returns whether there is a stream;
+  /// what counts is `*status`, which the host writes, if only when the open fails.
+  bool OpenForReading(bool* status);
+  bool OpenForWriting(const std::string& file, bool* status);
+  /// With the status of a host that writes it at every open.
+  bool OpenForReading();
+  bool OpenForWriting(const std::string& file);
+  bool m_writesEveryStatus = true;
 
   /// A file that is put together in memory and passed on in blocks. What is left is passed on in
   /// the end.

@@ -97,7 +97,7 @@ class SweepModel : public StockModel {
   }
 
   bool Combine() {
-    if (!OpenForWriting(kPaths).counts) return false;
+    if (!OpenForWriting(kPaths)) return false;
     bool isWhole = true;
     {
       Pending out = PendingFor(kPaths);
@@ -116,7 +116,7 @@ class SweepModel : public StockModel {
   }
 
   bool Append(const PathPieces& path, Pending& out) {
-    if (!OpenForReading().counts || !Call("fread")) return false;
+    if (!OpenForReading() || !Call("fread")) return false;
     out.Put(path.head);
     if (path.isCustom) {
       if (!Memory()) return false;
