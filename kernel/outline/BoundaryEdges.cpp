@@ -4,6 +4,8 @@
 #include <numeric>
 #include <set>
 
+#include "kernel/outline/MeetingEdges.h"
+
 namespace kernel {
 namespace {
 
@@ -49,15 +51,20 @@ class LineSweep {
     });
   }
 
-  std::vector<PlaneEdge> Run() {
+  std::optional<std::vector<PlaneEdge>> Run() {
     // Edges come sorted by their first points.
     for (Number begin = 0; begin < m_edges.size();) {
       const Point2& point = m_edges[begin].from;
       Number end = begin + 1;
       while (end < m_edges.size() && SamePoint(m_edges[end].from, point)) ++end;
-      TakeOutUpTo(point);
-      PutIn(begin, end);
+      while (m_ended < m_byEnd.size() && !ComesBefore(point, m_edges[m_byEnd[m_ended]].to)) {
+        if (!TakeOut(m_byEnd[m_ended++])) return std::nullopt;
+      }
+      if (!PutIn(begin, end)) return std::nullopt;
       begin = end;
+    }
+    while (m_ended < m_byEnd.size()) {
+      if (!TakeOut(m_byEnd[m_ended++])) return std::nullopt;
     }
     return std::move(m_boundary);
   }
@@ -65,20 +72,22 @@ class LineSweep {
  private:
   using Line = std::set<Number, IsBelow>;
 
-  void TakeOutUpTo(const Point2& point) {
-    while (m_ended < m_byEnd.size() && !ComesBefore(point, m_edges[m_byEnd[m_ended]].to)) {
-      m_line.erase(m_places[m_byEnd[m_ended++]]);
-    }
+  // False when the edges that become neighbours meet.
+  bool TakeOut(Number edge) {
+    const auto next = m_line.erase(m_places[edge]);
+    if (next == m_line.end() || next == m_line.begin()) return true;
+    return !MeetBeyondEnds(m_edges[*std::prev(next)], m_edges[*next]);
   }
 
-  // The edges [begin, end) start at one point; none in the line passes through it.
-  void PutIn(Number begin, Number end) {
+  // The edges [begin, end) start at one point. False when they or one of them and a neighbour meet.
+  bool PutIn(Number begin, Number end) {
     m_starting.resize(end - begin);
     std::iota(m_starting.begin(), m_starting.end(), begin);
     std::sort(m_starting.begin(), m_starting.end(), m_line.key_comp());
     const auto next = m_line.lower_bound(m_edges[begin].from);
     Winding winding;
     if (next != m_line.begin()) winding = m_above[*std::prev(next)];
+    if (!StartsApart(next)) return false;
     for (const Number edge : m_starting) {
       m_places[edge] = m_line.insert(next, edge);
       const bool insideBelow = winding.IsInside();
@@ -86,6 +95,18 @@ class LineSweep {
       m_above[edge] = winding;
       if (winding.IsInside() != insideBelow) AddToBoundary(m_edges[edge], insideBelow);
     }
+    return true;
+  }
+
+  // Whether the edges that start have no more than that start in common with each other, with the
+  // one in the line above it and with the one below.
+  bool StartsApart(Line::iterator next) const {
+    for (std::size_t i = 1; i < m_starting.size(); ++i) {
+      if (MeetBeyondEnds(m_edges[m_starting[i - 1]], m_edges[m_starting[i]])) return false;
+    }
+    const PlaneEdge &lowest = m_edges[m_starting.front()], &highest = m_edges[m_starting.back()];
+    if (next != m_line.end() && MeetBeyondEnds(m_edges[*next], highest)) return false;
+    return next == m_line.begin() || !MeetBeyondEnds(m_edges[*std::prev(next)], lowest);
   }
 
   void AddToBoundary(const PlaneEdge& edge, bool insideBelow) {
@@ -108,7 +129,7 @@ class LineSweep {
 
 }  // namespace
 
-std::vector<PlaneEdge> BoundaryEdges(const std::vector<PlaneEdge>& edges) {
+std::optional<std::vector<PlaneEdge>> BoundaryEdges(const std::vector<PlaneEdge>& edges) {
   return LineSweep(edges).Run();
 }
 

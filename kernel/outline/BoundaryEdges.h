@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "kernel/outline/PlaneEdge.h"
@@ -7,9 +8,12 @@
 namespace kernel {
 
 // The edges between inside and outside, each directed so that the inside is on its left, in the
-// order of the sweep line. `edges` as SnapEdges leaves them; their steps must sum up to 0 around
-// each point. Method: a line swept along x keeps the edges that it crosses in order; what is wound
-// around the lowest place between two of them is carried upwards.
-std::vector<PlaneEdge> BoundaryEdges(const std::vector<PlaneEdge>& edges);
+// order of the sweep line; nothing when two edges have more in common than an end. `edges` as
+// JoinEqualEdges leaves them; their steps must sum up to 0 around each point.
+//
+// Method: a line swept along x keeps the edges that it crosses in order; what is wound around the
+// lowest place between two of them is carried upwards. Edges that meet are neighbours in the line
+// before it comes to where they do: Shamos and Hoey, "Geometric intersection problems" (1976).
+std::optional<std::vector<PlaneEdge>> BoundaryEdges(const std::vector<PlaneEdge>& edges);
 
 }  // namespace kernel

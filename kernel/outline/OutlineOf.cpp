@@ -1,10 +1,9 @@
 #include "kernel/outline/OutlineOf.h"
 
 #include <cmath>
+#include <utility>
 
-#include "kernel/outline/BoundaryEdges.h"
 #include "kernel/outline/SimplifyLoops.h"
-#include "kernel/outline/SnapEdges.h"
 
 namespace kernel {
 namespace {
@@ -15,9 +14,8 @@ bool IsNarrow(const Loop& loop) { return std::abs(DoubledArea(loop)) <= kNarrow 
 
 }  // namespace
 
-std::vector<Loop> OutlineOf(std::vector<PlaneEdge> edges, const std::function<void()>& tell) {
-  SnapEdges(edges, tell);
-  std::vector<Loop> loops = TraceLoops(BoundaryEdges(edges));
+std::vector<Loop> OutlineOf(std::vector<PlaneEdge> boundary) {
+  std::vector<Loop> loops = TraceLoops(std::move(boundary));
   std::erase_if(loops, IsNarrow);
   // One cell: what has been split and led through cells is straight again.
   return SimplifyLoops(loops, 1);

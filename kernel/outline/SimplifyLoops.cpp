@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "kernel/outline/EdgeTree.h"
-#include "kernel/outline/SnapEdges.h"
+#include "kernel/outline/MeetingEdges.h"
 
 namespace kernel {
 namespace {

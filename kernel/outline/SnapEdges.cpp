@@ -4,47 +4,18 @@
 #include <cmath>
 #include <utility>
 
-#include "kernel/common/FatalError.h"
 #include "kernel/outline/EdgeTree.h"
+#include "kernel/outline/MeetingEdges.h"
 
 namespace kernel {
 namespace {
 
-constexpr int kMostRounds = 40;
 constexpr std::size_t kTellInterval = 1024;  // edges
+// So many edges are looked through faster than a tree of them is made.
+constexpr std::size_t kFew = 200;
 
 // Above the relative error of a difference of two products of exact differences.
 constexpr double kRounding = 4e-16;
-
-bool HasEnd(const PlaneEdge& edge, const Point2& point) {
-  return SamePoint(edge.from, point) || SamePoint(edge.to, point);
-}
-
-int Side(const PlaneEdge& edge, const Point2& point) {
-  // Most edges that meet share an end; the exact sum of nothing takes longest.
-  if (HasEnd(edge, point)) return 0;
-  const double left = (edge.to.x - edge.from.x) * (point.y - edge.from.y);
-  const double right = (edge.to.y - edge.from.y) * (point.x - edge.from.x);
-  const double bound = kRounding * (std::abs(left) + std::abs(right));
-  if (left - right > bound) return 1;
-  if (left - right < -bound) return -1;
-  return OrientationSign(edge.from, edge.to, point);
-}
-
-// Whether the point, which lies on the edge's line, lies inside the edge.
-bool LiesWithin(const PlaneEdge& edge, const Point2& point) {
-  return ComesBefore(edge.from, point) && ComesBefore(point, edge.to);
-}
-
-bool TouchesInside(const PlaneEdge& edge, const Point2& point) {
-  return LiesWithin(edge, point) && Side(edge, point) == 0;
-}
-
-// Whether the whole of b lies strictly on one side of a's line.
-bool LieApart(const PlaneEdge& a, const PlaneEdge& b) {
-  const int from = Side(a, b.from);
-  return from != 0 && Side(a, b.to) == from;
-}
 
 // Where the edges cross, rounded to the grid. Nearly parallel ones have no reliable quotient, but
 // wherever it is put within both of them they are less than a cell apart.
@@ -79,19 +50,21 @@ bool LinePassesCell(const PlaneEdge& edge, const Point2& point) {
   return onLeft > 0 && onRight > 0;
 }
 
+Box2 CellAround(const Point2& point) {
+  return {point.x - 0.5, point.y - 0.5, point.x + 0.5, point.y + 0.5};
+}
+
 class Snapper {
  public:
   Snapper(std::vector<PlaneEdge>& edges, const std::function<void()>& tell)
       : m_edges(edges), m_tell(tell) {}
 
-  // Whether the edges had more in common than ends, which has been changed.
-  bool Round() {
-    if (!FindCrossings(EdgeTree(m_edges))) return false;
+  void Run() {
+    FindCrossings();
     // Between the crossings edges are short and their boxes small, so that few pass a cell's.
     SplitAtStops();
-    FindPassed(EdgeTree(m_edges));
+    FindPassed();
     SplitAtStops();
-    return true;
   }
 
  private:
@@ -105,27 +78,38 @@ class Snapper {
     if (i % kTellInterval == 0) m_tell();
   }
 
-  bool FindCrossings(const EdgeTree& tree) {
-    bool touching = false;
+  // Calls visit(other number) for each edge after this one, in their order, whose box meets its.
+  // The edges are sorted, so that those begin no further left.
+  template <typename Visit>
+  void ForEachBehind(std::uint32_t i, const Visit& visit) const {
+    const Box2 box = Box2::Of(m_edges[i]);
+    for (std::uint32_t j = i + 1; j < m_edges.size() && m_edges[j].from.x <= box.highX; ++j) {
+      if (Box2::Of(m_edges[j]).Meets(box)) visit(j);
+    }
+  }
+
+  void FindCrossings() {
+    if (m_edges.size() <= kFew) {
+      for (std::uint32_t i = 0; i < m_edges.size(); ++i) {
+        ForEachBehind(i, [&](std::uint32_t j) { AddCrossing(i, j); });
+      }
+      return;
+    }
+    const EdgeTree tree(m_edges);
     for (std::uint32_t i = 0; i < m_edges.size(); ++i) {
       TellAt(i);
-      const PlaneEdge& a = m_edges[i];
-      tree.ForEachMeeting(Box2::Of(a), [&](std::uint32_t j) {
-        if (j <= i) return;
-        const PlaneEdge& b = m_edges[j];
-        const bool joined = HasEnd(a, b.from) || HasEnd(a, b.to);
-        if (!joined && LieApart(a, b)) return;
-        if (!joined && CrossProperly(a, b)) {
-          const Point2 at = RoundedCrossing(a, b);
-          AddStop(i, at);
-          AddStop(j, at);
-        } else if (!touching) {
-          touching = TouchesInside(a, b.from) || TouchesInside(a, b.to) ||
-                     TouchesInside(b, a.from) || TouchesInside(b, a.to);
-        }
+      tree.ForEachMeeting(Box2::Of(m_edges[i]), [&](std::uint32_t j) {
+        if (i < j) AddCrossing(i, j);
       });
     }
-    return touching || !m_stops.empty();
+  }
+
+  void AddCrossing(std::uint32_t i, std::uint32_t j) {
+    const PlaneEdge &a = m_edges[i], &b = m_edges[j];
+    if (HasEnd(a, b.from) || HasEnd(a, b.to) || !CrossProperly(a, b)) return;
+    const Point2 at = RoundedCrossing(a, b);
+    AddStop(i, at);
+    AddStop(j, at);
   }
 
   void AddStop(std::uint32_t e, const Point2& point) {
@@ -136,22 +120,41 @@ class Snapper {
     m_stops.push_back({e, along, point});
   }
 
-  void FindPassed(const EdgeTree& tree) {
+  void FindPassed() {
+    const std::vector<Point2> ends = Ends();
+    if (m_edges.size() <= kFew) {
+      for (std::uint32_t e = 0; e < m_edges.size(); ++e) FindPassedBy(e, ends);
+      return;
+    }
+    const EdgeTree tree(m_edges);
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+      TellAt(i);
+      tree.ForEachMeeting(CellAround(ends[i]), [&](std::uint32_t e) {
+        if (LinePassesCell(m_edges[e], ends[i])) AddStop(e, ends[i]);
+      });
+    }
+  }
+
+  void FindPassedBy(std::uint32_t e, const std::vector<Point2>& ends) {
+    const PlaneEdge& edge = m_edges[e];
+    const Box2 box = Box2::Of(edge);
+    auto end = std::lower_bound(ends.begin(), ends.end(), box.lowX - 0.5,
+                                [](const Point2& point, double x) { return point.x < x; });
+    for (; end != ends.end() && end->x <= box.highX + 0.5; ++end) {
+      if (CellAround(*end).Meets(box) && LinePassesCell(edge, *end)) AddStop(e, *end);
+    }
+  }
+
+  std::vector<Point2> Ends() const {
     std::vector<Point2> ends;
+    ends.reserve(2 * m_edges.size());
     for (const PlaneEdge& edge : m_edges) {
       ends.push_back(edge.from);
       ends.push_back(edge.to);
     }
     std::sort(ends.begin(), ends.end(), ComesBefore);
     ends.erase(std::unique(ends.begin(), ends.end(), SamePoint), ends.end());
-    for (std::size_t i = 0; i < ends.size(); ++i) {
-      TellAt(i);
-      const Point2& point = ends[i];
-      const Box2 cell{point.x - 0.5, point.y - 0.5, point.x + 0.5, point.y + 0.5};
-      tree.ForEachMeeting(cell, [&](std::uint32_t e) {
-        if (LinePassesCell(m_edges[e], point)) AddStop(e, point);
-      });
-    }
+    return ends;
   }
 
   void SplitAtStops() {
@@ -188,10 +191,6 @@ class Snapper {
 
 }  // namespace
 
-bool CrossProperly(const PlaneEdge& a, const PlaneEdge& b) {
-  return Side(a, b.from) * Side(a, b.to) < 0 && Side(b, a.from) * Side(b, a.to) < 0;
-}
-
 void JoinEqualEdges(std::vector<PlaneEdge>& edges) {
   for (PlaneEdge& edge : edges) {
     if (!ComesBefore(edge.to, edge.from)) continue;
@@ -215,10 +214,7 @@ void JoinEqualEdges(std::vector<PlaneEdge>& edges) {
 }
 
 void SnapEdges(std::vector<PlaneEdge>& edges, const std::function<void()>& tell) {
-  JoinEqualEdges(edges);
-  for (int round = 0; Snapper(edges, tell).Round(); ++round) {
-    if (round == kMostRounds) throw FatalError("the outline's edges cannot be parted");
-  }
+  Snapper(edges, tell).Run();
 }
 
 }  // namespace kernel

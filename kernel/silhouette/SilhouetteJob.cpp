@@ -10,6 +10,7 @@
 #include "kernel/outline/OutlineOf.h"
 #include "kernel/outline/PlaneGrid.h"
 #include "kernel/outline/SimplifyLoops.h"
+#include "kernel/outline/UniteEdges.h"
 #include "kernel/silhouette/CurvesFile.h"
 #include "kernel/silhouette/ShadowEdges.h"
 
@@ -71,7 +72,7 @@ std::vector<Loop> Silhouette(const formats::Mesh& mesh, const Box3& box, double 
   });
   std::vector<Loop> loops;
   RunStage(progress, "Generating outline", [&](const auto& tell) {
-    loops = OutlineOf(std::move(edges), tell);
+    loops = OutlineOf(UniteEdges(std::move(edges), tell));
     if (distance > 0) loops = SimplifyLoops(loops, grid.Cells(distance));
     loops = PlacedLoops(loops, grid, originals);
   });

@@ -12,9 +12,11 @@
 #include "kernel/outline/OutlineOf.h"
 #include "kernel/outline/PlaneGrid.h"
 #include "kernel/outline/SimplifyLoops.h"
+#include "kernel/outline/UniteEdges.h"
 #include "kernel/spin/SendLoops.h"
 #include "kernel/spin/SpunArc.h"
 #include "kernel/spin/SpunEdges.h"
+#include "kernel/spin/SpunGroups.h"
 #include "kernel/sweep/PrepareStock.h"
 #include "kernel/sweep/WeldVertices.h"
 
@@ -49,33 +51,46 @@ double Diagonal(const StockMesh& mesh) {
   return box.Diagonal();
 }
 
-PlaneGrid GridOver(const StockMesh& mesh) {
+PlaneGrid GridOver(const std::vector<Point2>& spun) {
   Point2 low{Box3::kInfinity, 0}, high{-Box3::kInfinity, 0};
-  for (const Vec3& vertex : mesh.vertices) {
-    const Point2 spun = Spun(vertex);
-    low.x = std::min(low.x, spun.x);
-    high = {std::max(high.x, spun.x), std::max(high.y, spun.y)};
+  for (const Point2& point : spun) {
+    low.x = std::min(low.x, point.x);
+    high = {std::max(high.x, point.x), std::max(high.y, point.y)};
   }
   return {low, high};
 }
 
-SpunOutline Outline(const StockMesh& mesh, double tolerance, const std::function<void()>& tell) {
-  SpunOutline outline{GridOver(mesh), {}, {}};
-  std::vector<SpunEdge> spun = SpunBorders(mesh, kArcShare * tolerance);
-  tell();
-  if (CountOpenEdges(mesh) == 0) {
-    const std::vector<SpunEdge> section = SectionEdges(mesh);
-    spun.insert(spun.end(), section.begin(), section.end());
-  }
-  tell();
+std::vector<Point2> SpunVertices(const StockMesh& mesh) {
+  std::vector<Point2> spun;
+  spun.reserve(mesh.vertices.size());
+  for (const Vec3& vertex : mesh.vertices) spun.push_back(Spun(vertex));
+  return spun;
+}
+
+std::vector<PlaneEdge> OnGrid(const std::vector<SpunEdge>& spun, const PlaneGrid& grid) {
   std::vector<PlaneEdge> edges;
   edges.reserve(spun.size());
   for (const SpunEdge& edge : spun) {
-    edges.push_back({outline.grid.Snap(edge.from), outline.grid.Snap(edge.to), edge.step});
-    outline.originals.push_back(edge.from);
-    outline.originals.push_back(edge.to);
+    edges.push_back({grid.Snap(edge.from), grid.Snap(edge.to), edge.step});
   }
-  outline.loops = OutlineOf(std::move(edges), tell);
+  return edges;
+}
+
+SpunOutline Outline(const StockMesh& mesh, double tolerance, const Tell& tell) {
+  SpunOutline outline;
+  outline.originals = SpunVertices(mesh);
+  outline.grid = GridOver(outline.originals);
+  std::vector<SpunEdge> section;
+  if (CountOpenEdges(mesh) == 0) section = SectionEdges(mesh);
+  for (const SpunEdge& edge : section) outline.originals.push_back(edge.from);
+  tell(0);
+  const SpunGroups groups(mesh);
+  const auto group = [&](std::size_t i) {
+    // The section is to be wound around as a whole.
+    if (i == groups.Count()) return OnGrid(section, outline.grid);
+    return OnGrid(SpunBorders(mesh, groups.Facets(i), kArcShare * tolerance), outline.grid);
+  };
+  outline.loops = OutlineOf(UniteGroups(groups.Count() + 1, group, tell));
   return outline;
 }
 
@@ -117,8 +132,7 @@ void TraceSpunOutline(const StockMesh& given, double distance, CurveTransfer& ou
   SpunOutline outline;
   if (!mesh.facets.empty()) {
     progress.Begin("Generating outline");
-    RunAside(progress,
-             [&](const Tell& tell) { outline = Outline(mesh, tolerance, [&] { tell(0); }); });
+    RunAside(progress, [&](const Tell& tell) { outline = Outline(mesh, tolerance, tell); });
     progress.End();
   }
   if (outline.loops.empty()) progress.Warn("the spun surface covers nothing");

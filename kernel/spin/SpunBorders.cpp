@@ -24,8 +24,8 @@ class SpunBorderMaker {
  public:
   SpunBorderMaker(const StockMesh& mesh, double tolerance) : m_mesh(mesh), m_tolerance(tolerance) {}
 
-  std::vector<SpunEdge> Make() {
-    for (const StockMesh::Facet& facet : m_mesh.facets) AddFacet(facet);
+  std::vector<SpunEdge> Make(std::span<const Number> facets) {
+    for (const Number facet : facets) AddFacet(m_mesh.facets[facet]);
     std::sort(m_changes.begin(), m_changes.end(), [](const StepChange& a, const StepChange& b) {
       if (a.low != b.low) return a.low < b.low;
       if (a.high != b.high) return a.high < b.high;
@@ -119,8 +119,9 @@ class SpunBorderMaker {
 
 }  // namespace
 
-std::vector<SpunEdge> SpunBorders(const StockMesh& mesh, double tolerance) {
-  return SpunBorderMaker(mesh, tolerance).Make();
+std::vector<SpunEdge> SpunBorders(const StockMesh& mesh, std::span<const std::uint32_t> facets,
+                                  double tolerance) {
+  return SpunBorderMaker(mesh, tolerance).Make(facets);
 }
 
 }  // namespace kernel
