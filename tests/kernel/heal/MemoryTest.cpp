@@ -14,6 +14,7 @@
 namespace heal_test {
 namespace {
 
+using kernel_test::FailingAllocation;
 using support::Box;
 
 // Asks for no memory itself.

@@ -9,6 +9,7 @@ namespace {
 std::atomic<bool> g_counting{false};
 std::atomic<long> g_count{0};
 std::atomic<long> g_failing{0};
+std::atomic<long> g_balance{0};
 
 }  // namespace
 
@@ -17,6 +18,7 @@ void* operator new(std::size_t size) {
   if (g_counting && ++g_count == g_failing) throw std::bad_alloc();
   void* const block = std::malloc(size == 0 ? 1 : size);
   if (block == nullptr) throw std::bad_alloc();
+  if (g_counting) ++g_balance;
   return block;
 }
 
@@ -33,23 +35,34 @@ void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept {
   return operator new(size, nothrow);
 }
 
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
-void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
-void operator delete[](void* block) noexcept { std::free(block); }
-void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
-void operator delete[](void* block, const std::nothrow_t&) noexcept { std::free(block); }
+void operator delete(void* block) noexcept {
+  if (g_counting && block != nullptr) --g_balance;
+  std::free(block);
+}
 
-namespace heal_test {
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { operator delete(block); }
+void operator delete[](void* block) noexcept { operator delete(block); }
+void operator delete[](void* block, std::size_t) noexcept { operator delete(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { operator delete(block); }
+
+namespace kernel_test {
 
 FailingAllocation::FailingAllocation(long n) {
-  g_count = 0;
-  g_failing = n;
+  g_balance = 0;
+  Restart(n);
   g_counting = true;
 }
 
 FailingAllocation::~FailingAllocation() { g_counting = false; }
 
+void FailingAllocation::Restart(long n) {
+  g_count = 0;
+  g_failing = n;
+}
+
 long FailingAllocation::Allocations() const { return g_count; }
 
-}  // namespace heal_test
+long FailingAllocation::Balance() const { return g_balance; }
+
+}  // namespace kernel_test
