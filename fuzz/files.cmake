@@ -2,6 +2,7 @@
 qz_fuzz(binary_surface BinarySurfaceFuzz.cpp formats)
 qz_fuzz(interchange_file InterchangeFileFuzz.cpp formats)
 qz_fuzz(path_info_file PathInfoFileFuzz.cpp formats)
+qz_fuzz(curves CurvesFuzz.cpp formats_curves)
 qz_fuzz(stl StlFuzz.cpp formats_meshes)
 qz_fuzz(ply PlyFuzz.cpp formats_meshes)
 qz_fuzz(obj ObjFuzz.cpp formats_meshes)

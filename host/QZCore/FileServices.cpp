@@ -56,3 +56,7 @@ void m_fclose(const char* sourceUnit, int line, FILE* stream) {
 int OpenStreamCount() { return Streams().Count(); }
 
 CString OpenStreamReport() { return CString(Streams().Report().c_str()); }
+
+void CloseStreamsOn(const char* path) {
+  for (FILE* stream : Streams().RemoveAllOn(path)) std::fclose(stream);
+}

@@ -25,3 +25,7 @@ QZCORE_API int OpenStreamCount();
 /// One line for each open stream, oldest first: "UNIT:LINE PATH (MODE)". Then one line for each
 /// m_fclose of a stream that was not open: "UNIT:LINE closed a stream that is not open".
 QZCORE_API CString OpenStreamReport();
+
+/// Closes and forgets the streams that are open on the file of this path, spelled as it was when
+/// they were opened.
+QZCORE_API void CloseStreamsOn(const char* path);

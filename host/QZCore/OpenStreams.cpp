@@ -12,7 +12,7 @@ std::string Place(const char* sourceUnit, int line) {
 
 void OpenStreams::Add(FILE* stream, const char* sourceUnit, int line, const std::string& path,
                       const char* mode) {
-  m_entries.push_back({stream, Place(sourceUnit, line) + " " + path + " (" + mode + ")"});
+  m_entries.push_back({stream, path, Place(sourceUnit, line) + " " + path + " (" + mode + ")"});
 }
 
 bool OpenStreams::Remove(FILE* stream, const char* sourceUnit, int line) {
@@ -24,6 +24,17 @@ bool OpenStreams::Remove(FILE* stream, const char* sourceUnit, int line) {
   }
   m_entries.erase(found);
   return true;
+}
+
+std::vector<FILE*> OpenStreams::RemoveAllOn(const std::string& path) {
+  std::vector<FILE*> streams;
+  for (const Entry& entry : m_entries) {
+    if (entry.path == path) streams.push_back(entry.stream);
+  }
+  m_entries.erase(std::remove_if(m_entries.begin(), m_entries.end(),
+                                 [&path](const Entry& entry) { return entry.path == path; }),
+                  m_entries.end());
+  return streams;
 }
 
 std::string OpenStreams::Report() const {

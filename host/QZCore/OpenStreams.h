@@ -14,12 +14,16 @@ class OpenStreams {
   /// False, and remembered as a stray close, when the stream is not open.
   bool Remove(FILE* stream, const char* sourceUnit, int line);
 
+  /// Forgets the streams on the file and returns them.
+  std::vector<FILE*> RemoveAllOn(const std::string& path);
+
   int Count() const { return static_cast<int>(m_entries.size()); }
   std::string Report() const;
 
  private:
   struct Entry {
     FILE* stream;
+    std::string path;
     std::string opened;
   };
 

@@ -7,6 +7,7 @@
 #include "formats/InterchangeFile.h"
 #include "formats/OpenFile.h"
 #include "formats/PathInfoFile.h"
+#include "formats/curves/CurvesFile.h"
 #include "formats/meshes/MeshFile.h"
 #include "host/files/FileKind.h"
 
@@ -53,6 +54,9 @@ Json DescribeFile(const std::string& path) {
   switch (kind) {
     case FileKind::kSurface:
       AddSurface(path, description);
+      break;
+    case FileKind::kCurves:
+      description.update(DescribeCurves(formats::ReadCurves(path)));
       break;
     case FileKind::kInterchange:
       AddInterchange(path, description);

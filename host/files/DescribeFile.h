@@ -5,6 +5,7 @@
 
 #include "formats/Mesh.h"
 #include "formats/ToolpathRecords.h"
+#include "formats/curves/Curves.h"
 
 namespace host {
 
@@ -15,6 +16,9 @@ nlohmann::ordered_json DescribeFile(const std::string& path);
 
 /// Sizes, topology and colours.
 nlohmann::ordered_json DescribeMesh(const formats::Mesh& mesh);
+
+/// Points, segments, lengths, areas, and of each curve which one it lies in, by its number from 1.
+nlohmann::ordered_json DescribeCurves(const formats::Curves& curves);
 
 /// Tool, tolerances, placement; cuts, positions, the box of the tip positions as they stand in the
 /// file, and the length of the moves between them.

@@ -1,8 +1,8 @@
 #include "host/files/DescriptionText.h"
 
-#include <charconv>
-
+#include "host/files/CurvesText.h"
 #include "host/files/FileKind.h"
+#include "host/files/NumberText.h"
 
 namespace host {
 
@@ -10,39 +10,17 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Nine digits, whatever the locale; what is not finite has become null.
-std::string Number(const Json& value) {
-  if (value.is_null()) return "not finite";
-  if (!value.is_number_float()) return value.dump();
-  char digits[40];
-  const auto end = std::to_chars(digits, digits + sizeof digits, value.get<double>(),
-                                 std::chars_format::general, 9)
-                       .ptr;
-  return {digits, end};
-}
-
-std::string Box(const Json& box) {
-  if (box.is_null()) return "none";
-  std::string text;
-  for (size_t axis = 0; axis < 3; ++axis) {
-    if (axis > 0) text += ", ";
-    text += std::string(1, "xyz"[axis]) + " " + Number(box["lower"][axis]) + " .. " +
-            Number(box["upper"][axis]);
-  }
-  return text;
-}
-
 // "12 open edges" and so on; nothing for a count of 0.
 void AddFault(const Json& topology, const char* key, const char* name, std::string& text) {
   if (topology[key] == 0) return;
-  text += ", " + Number(topology[key]) + " " + name;
+  text += ", " + NumberText(topology[key]) + " " + name;
 }
 
 std::string Topology(const Json& topology) {
   std::string text = topology["closed"] == true ? "closed" : "open";
   if (topology["oriented_manifold"] == true) text += ", manifold, consistently oriented";
-  text += ", components " + Number(topology["components"]);
-  if (!topology["genus"].is_null()) text += ", genus " + Number(topology["genus"]);
+  text += ", components " + NumberText(topology["components"]);
+  if (!topology["genus"].is_null()) text += ", genus " + NumberText(topology["genus"]);
   AddFault(topology, "open_edges", "open edges", text);
   AddFault(topology, "holes", "holes", text);
   AddFault(topology, "flipped_edges", "flipped edges", text);
@@ -63,9 +41,10 @@ class Lines {
     AddHeading();
     if (m_description.contains("error")) Add("cannot be read: " + Text(m_description["error"]));
     if (m_description.contains("facets")) AddSurface();
+    if (m_description.contains("curves")) AddCurves();
     if (m_description.contains("paths")) AddPaths();
     if (m_description.contains("entries")) AddEntries();
-    if (m_description.contains("lines")) Add("lines " + Number(m_description["lines"]));
+    if (m_description.contains("lines")) Add("lines " + NumberText(m_description["lines"]));
     if (m_description.contains("copy_of")) Add("copy of " + Text(m_description["copy_of"]));
     return m_lines;
   }
@@ -78,7 +57,9 @@ class Lines {
     std::string line = Text(m_description["file"]);
     if (m_description.contains("kind")) line += ": " + Text(m_description["kind"]);
     if (m_description.contains("format")) line += " (" + Text(m_description["format"]) + ")";
-    if (m_description.contains("bytes")) line += ", " + Number(m_description["bytes"]) + " bytes";
+    if (m_description.contains("variant")) line += " (" + Text(m_description["variant"]) + ")";
+    if (m_description.contains("bytes"))
+      line += ", " + NumberText(m_description["bytes"]) + " bytes";
     m_lines.push_back(line);
     if (!m_description.contains("remarks")) return;
     for (const Json& remark : m_description["remarks"]) Add("STALE: " + Text(remark));
@@ -86,28 +67,32 @@ class Lines {
 
   void AddSurface() {
     const Json& d = m_description;
-    Add("facets " + Number(d["facets"]) + ", vertices " + Number(d["vertices"]));
+    Add("facets " + NumberText(d["facets"]) + ", vertices " + NumberText(d["vertices"]));
     if (d["facets"] == 0) Add("empty: nothing is left");
-    Add("box " + Box(d["box"]) + " " + m_units);
-    Add("volume " + Number(d["volume"]) + " " + m_units + "^3" +
+    Add("box " + BoxText(d["box"]) + " " + m_units);
+    Add("volume " + NumberText(d["volume"]) + " " + m_units + "^3" +
         (d["topology"]["closed"] == true ? "" : " (not closed: without meaning)"));
-    Add("area " + Number(d["area"]) + " " + m_units + "^2");
+    Add("area " + NumberText(d["area"]) + " " + m_units + "^2");
     Add("topology: " + Topology(d["topology"]));
     if (d.contains("topology_when_joined")) {
-      Add("coincident vertices " + Number(d["coincident_vertices"]) +
+      Add("coincident vertices " + NumberText(d["coincident_vertices"]) +
           "; joined: " + Topology(d["topology_when_joined"]));
     }
-    if (d["zero_area_facets"] != 0) Add("zero-area facets " + Number(d["zero_area_facets"]));
+    if (d["zero_area_facets"] != 0) Add("zero-area facets " + NumberText(d["zero_area_facets"]));
     if (d["non_finite_vertices"] != 0) {
-      Add("vertices that are not finite " + Number(d["non_finite_vertices"]));
+      Add("vertices that are not finite " + NumberText(d["non_finite_vertices"]));
     }
     if (d.contains("trailing_bytes") && d["trailing_bytes"] != 0) {
-      Add("bytes after the last facet " + Number(d["trailing_bytes"]));
+      Add("bytes after the last facet " + NumberText(d["trailing_bytes"]));
     }
     for (const Json& colour : d["colours"]) {
-      Add("colour " + Number(colour["colour"]) + ": facets " + Number(colour["facets"]) +
-          ", area " + Number(colour["area"]) + " " + m_units + "^2");
+      Add("colour " + NumberText(colour["colour"]) + ": facets " + NumberText(colour["facets"]) +
+          ", area " + NumberText(colour["area"]) + " " + m_units + "^2");
     }
+  }
+
+  void AddCurves() {
+    for (const std::string& line : CurvesText(m_description, m_units)) Add(line);
   }
 
   void AddPaths() {
@@ -119,27 +104,27 @@ class Lines {
   void AddPath(size_t number, const Json& path) {
     // A per-path file's number is in its name.
     const bool numbered = m_description["kind"] != NameOf(FileKind::kPath);
-    Add((numbered ? "path " + std::to_string(number) + ": " : "") + Number(path["axes"]) +
-        "-axis, colour " + Number(path["colour"]) + ", tolerances sweep " +
-        Number(path["sweep_tolerance"]) + ", path " + Number(path["path_tolerance"]) +
-        ", compression " + Number(path["compress_tolerance"]));
+    Add((numbered ? "path " + std::to_string(number) + ": " : "") + NumberText(path["axes"]) +
+        "-axis, colour " + NumberText(path["colour"]) + ", tolerances sweep " +
+        NumberText(path["sweep_tolerance"]) + ", path " + NumberText(path["path_tolerance"]) +
+        ", compression " + NumberText(path["compress_tolerance"]));
     Add("  tool: " + Tool(path["tool"]));
     if (path["matrix"] != Json({1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0})) {
       Add("  matrix " + Row(path["matrix"]));
     }
     if (path["origin"] != Json({0.0, 0.0, 0.0})) Add("  origin " + Row(path["origin"]));
-    Add("  moves " + Number(path["moves"]) + " in " + Number(path["cuts"]) +
-        (path["cuts"] == 1 ? " cut" : " cuts") + ", length " + Number(path["length"]) + " " +
+    Add("  moves " + NumberText(path["moves"]) + " in " + NumberText(path["cuts"]) +
+        (path["cuts"] == 1 ? " cut" : " cuts") + ", length " + NumberText(path["length"]) + " " +
         m_units);
-    Add("  box " + Box(path["box"]) + " " + m_units);
+    Add("  box " + BoxText(path["box"]) + " " + m_units);
     if (path["non_finite_positions"] != 0) {
-      Add("  positions that are not finite " + Number(path["non_finite_positions"]));
+      Add("  positions that are not finite " + NumberText(path["non_finite_positions"]));
     }
   }
 
   static std::string Row(const Json& values) {
     std::string text;
-    for (const Json& value : values) text += (text.empty() ? "" : " ") + Number(value);
+    for (const Json& value : values) text += (text.empty() ? "" : " ") + NumberText(value);
     return text;
   }
 
@@ -160,7 +145,7 @@ class Lines {
       } else if (value.is_object()) {
         text += name + " (" + Tool(value) + ")";
       } else {
-        text += name + " " + Number(value);
+        text += name + " " + NumberText(value);
       }
     }
     return text;

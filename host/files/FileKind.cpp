@@ -6,6 +6,7 @@
 #include "formats/FileError.h"
 #include "formats/OpenFile.h"
 #include "formats/PathInfoFile.h"
+#include "formats/curves/CurvesFile.h"
 #include "formats/meshes/MeshFile.h"
 
 namespace host {
@@ -37,6 +38,7 @@ std::optional<FileKind> KindByName(const std::string& name) {
   if (name.ends_with("BinaryPaths.txt")) return FileKind::kInterchangeText;
   if (name.ends_with("ErrorCapture.txt")) return FileKind::kErrorCapture;
   if (name == "TmpCompareInfo.tmp") return FileKind::kOther;
+  if (name.ends_with(".curves")) return FileKind::kCurves;
   if (name == "StockModelInput.tmp" || name == "StockModelOutput.tmp") return FileKind::kSurface;
   const auto format = formats::FormatByExtension(name);
   if (format && !name.ends_with(".tmp") && !name.ends_with(".TMP")) return FileKind::kSurface;
@@ -58,6 +60,8 @@ const char* NameOf(FileKind kind) {
   switch (kind) {
     case FileKind::kSurface:
       return "surface";
+    case FileKind::kCurves:
+      return "curves";
     case FileKind::kInterchange:
       return "toolpath interchange file";
     case FileKind::kInterchangeText:
@@ -82,6 +86,7 @@ FileKind KindOf(const std::string& path) {
   }
   if (BeginsWithCapturedMessage(head)) return FileKind::kErrorCapture;
   if (BeginsLikeInterchangeText(head)) return FileKind::kInterchangeText;
+  if (formats::CurvesVariantByContent(path)) return FileKind::kCurves;
   if (formats::FormatByContent(path)) return FileKind::kSurface;
   if (const auto kind = KindByName(name)) return *kind;
   return ReadsAsPathFile(path) ? FileKind::kPath : FileKind::kOther;

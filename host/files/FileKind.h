@@ -5,10 +5,18 @@
 
 namespace host {
 
-enum class FileKind { kSurface, kInterchange, kInterchangeText, kPath, kErrorCapture, kOther };
+enum class FileKind {
+  kSurface,
+  kCurves,
+  kInterchange,
+  kInterchangeText,
+  kPath,
+  kErrorCapture,
+  kOther
+};
 
-/// "surface", "toolpath interchange file", "text of the interchange file", "per-path file",
-/// "error capture file", "other file".
+/// "surface", "curves", "toolpath interchange file", "text of the interchange file", "per-path
+/// file", "error capture file", "other file".
 const char* NameOf(FileKind kind);
 
 /// What the file is, by its name and its first bytes; a damaged file is still what its name says.

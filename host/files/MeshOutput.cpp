@@ -52,11 +52,9 @@ MeshLosses LossesOf(const formats::Mesh& mesh, const MeshOutput& output) {
 }
 
 void WriteStaged(const StagedFile& staged, const formats::Mesh& mesh, const MeshOutput& output) {
-  try {
-    formats::WriteMesh(staged.TemporaryPath(), mesh, output.format, output.encoding);
-  } catch (const FileError& error) {
-    throw FileError(staged.AboutThePlace(error.what()));
-  }
+  staged.Write([&](const std::string& path) {
+    formats::WriteMesh(path, mesh, output.format, output.encoding);
+  });
 }
 
 }  // namespace host

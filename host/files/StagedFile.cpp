@@ -59,6 +59,14 @@ StagedFile::~StagedFile() {
   std::filesystem::remove(m_temporary, ignored);
 }
 
+void StagedFile::Write(const std::function<void(const std::string& path)>& write) const {
+  try {
+    write(TemporaryPath());
+  } catch (const formats::FileError& error) {
+    throw formats::FileError(AboutThePlace(error.what()));
+  }
+}
+
 std::string StagedFile::AboutThePlace(std::string message) const {
   const std::string temporary = TemporaryPath();
   const size_t found = message.find(temporary);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace host {
@@ -20,13 +21,15 @@ class StagedFile {
   /// The name to write to.
   std::string TemporaryPath() const { return m_temporary.string(); }
 
-  /// The message of an error about the temporary file, naming the place instead.
-  std::string AboutThePlace(std::string message) const;
+  /// Calls `write` with that name. A formats::FileError about it names the place instead.
+  void Write(const std::function<void(const std::string& path)>& write) const;
 
   /// Throws formats::FileError when the place cannot be taken.
   void PutInPlace();
 
  private:
+  std::string AboutThePlace(std::string message) const;
+
   std::string m_path;
   std::filesystem::path m_place;
   std::filesystem::path m_temporary;

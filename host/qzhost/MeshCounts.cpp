@@ -44,6 +44,14 @@ std::string FromTo(const std::string& before, const std::string& after) {
   return after.empty() ? before : before + " -> " + after;
 }
 
+void AddAreas(Report& report, const MeshCounts& before, const std::optional<MeshCounts>& after,
+              const Options& options) {
+  const std::string unit = std::string(" ") + UnitsName(options.units) + "^2";
+  report.Add("area_in", before.area, "area",
+             FromTo(Fixed(before.area, 3) + unit, after ? Fixed(after->area, 3) + unit : ""));
+  if (after) report.Add("area_out", after->area);
+}
+
 void AddVolumes(Report& report, const MeshCounts& before, const std::optional<MeshCounts>& after,
                 const Options& options) {
   const std::string textAfter = after ? VolumeText(after->volume, options) : "";
@@ -61,7 +69,8 @@ Counting CountingFor(const formats::Mesh& mesh) {
 
 MeshCounts CountMesh(const formats::Mesh& mesh, Counting counting) {
   const formats::MeshMeasures measures = formats::MeasureMesh(mesh);
-  MeshCounts counts{mesh.facets.size(), mesh.vertices.size(), measures.zeroAreaFacets, {}, {}};
+  MeshCounts counts{
+      mesh.facets.size(), mesh.vertices.size(), measures.zeroAreaFacets, {}, measures.area, {}};
   if (counting == Counting::kByPlace) {
     formats::Mesh joined = mesh;
     formats::JoinCoincidentVertices(joined);
@@ -89,6 +98,7 @@ void AddCounts(Report& report, const MeshCounts& before, const std::optional<Mes
         before.topology.holes - std::min(before.topology.holes, after->topology.holes);
     report.Add("holes_filled", filled, "holes filled");
   }
+  AddAreas(report, before, after, options);
   AddVolumes(report, before, after, options);
 }
 

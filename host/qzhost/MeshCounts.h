@@ -18,6 +18,7 @@ struct MeshCounts {
   std::size_t vertices = 0;
   std::size_t zeroAreaFacets = 0;
   formats::MeshTopology topology;
+  double area = 0;               // in squared length units
   std::optional<double> volume;  // in cubed length units; of a surface that bounds a solid only
 
   /// Bounds solids, and without facets of no area.

@@ -4,11 +4,12 @@
 
 #include "formats/Mesh.h"
 #include "host/files/MeshOutput.h"
+#include "host/qzhost/ResultPlace.h"
 
 namespace host {
 
-/// The place where a result is to appear. Made sure of ahead of the run, which may take long: the
-/// constructor throws CommandError or formats::FileError when nothing can be put there.
+/// Where a mesh is to appear. The constructor throws as that of ResultPlace does, and
+/// formats::FileError when no format has the path's extension.
 class MeshTarget {
  public:
   explicit MeshTarget(const std::string& path);
@@ -20,7 +21,7 @@ class MeshTarget {
 
  private:
   MeshOutput m_output;
-  StagedFile m_staged;
+  ResultPlace m_place;
 };
 
 }  // namespace host

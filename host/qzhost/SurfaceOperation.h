@@ -8,9 +8,8 @@
 #include <vector>
 
 #include "formats/meshes/MeshFile.h"
-#include "host/qzhost/AddIn.h"
-#include "host/qzhost/AddInRun.h"
 #include "host/qzhost/MeshCounts.h"
+#include "host/qzhost/OperationRun.h"
 
 namespace host {
 
@@ -21,8 +20,12 @@ struct SurfaceOperation {
   std::string output;   // of any format; may be empty when nothing is to be written
   /// The result is only looked at.
   bool writeNothing = false;
+  /// The add-in moves its input about: it gets a copy, and the result is not held against it.
+  bool movesItsInput = false;
+  /// Looks at the input before the call. May be left out.
+  std::function<void(const formats::Mesh& input)> prepare;
   /// Calls the add-in with the paths of two binary surface files.
-  std::function<void(const AddIn& addIn, char* input, char* output, bool* succeeded)> call;
+  OperationRun::Call call;
   /// Says why a result is not what the flag promises; empty when it is. May be left out.
   std::function<std::string(const formats::Mesh& input, const formats::Mesh& result)> doubt;
   /// Looks at a result that is no doubt one, while the user can still stop. May be left out.
@@ -40,7 +43,7 @@ struct SurfaceResult {
   MeshCounts before;
   std::map<std::uint8_t, formats::ColourMeasures> coloursBefore;
   std::optional<MeshCounts> after;  // none without a readable result
-  bool changed = false;             // the result is another mesh than the input
+  bool changed = false;  // the result is another mesh than the input, which was not moved about
   std::vector<std::string> losses;  // what the output's format could not hold
   std::vector<std::string> warnings;
 };

@@ -113,6 +113,9 @@ int main(int argc, char** argv) {
   host::AddHealCommand(app, options);
   host::AddInfoCommand(app, options);
   host::AddNewJobCommand(app, options);
+  host::AddOffsetCommand(app, options);
+  host::AddSilhouetteCommand(app, options);
+  host::AddSpinSilhouetteCommand(app, options);
   host::AddSweepCommand(app, options);
   const int exitCode = Parse(app, options, argc, argv);
   if (exitCode != host::kSuccess) return exitCode;

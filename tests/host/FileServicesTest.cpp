@@ -38,6 +38,17 @@ TEST_F(FileServices, OldestOpenStreamIsReportedFirst) {
   m_fclose("B", 4, second);
 }
 
+TEST_F(FileServices, StreamsOnAFileCanBeClosedWithoutTheOthers) {
+  m_fopen("A", 1, Spelled("1").c_str(), "wb");
+  FILE* other = m_fopen("B", 2, Spelled("2").c_str(), "wb");
+  m_fopen("C", 3, Spelled("1").c_str(), "rb");
+  CloseStreamsOn(Spelled("1").c_str());
+  EXPECT_EQ(OpenStreamReport(), CString(("B:2 " + Spelled("2") + " (wb)\n").c_str()));
+  CloseStreamsOn(Spelled("3").c_str());
+  EXPECT_EQ(OpenStreamCount(), 1);
+  m_fclose("B", 4, other);
+}
+
 TEST_F(FileServices, MissingFileGivesNullAndNoEntry) {
   EXPECT_EQ(m_fopen("QZTUtlA", 1, Spelled("none").c_str(), "rb"), nullptr);
   EXPECT_EQ(m_fopen("QZTUtlA", 1, nullptr, "rb"), nullptr);

@@ -9,11 +9,15 @@
 //   throw          an exception leaves the operation
 //   kernel=TEXT    the text, up to the next blank, is said as a kernel's error
 //   leak           a stream is left open
+//   leak-result    a stream on the result is left open, once it is made
+//   arguments      box, distance and what follows it are said as a kernel's error
+//   spoil          the input is overwritten
 //   interrupt      the user presses Ctrl-C, once the operation is called
 //   wait           the sweep goes on until the host says that the user wants to stop
 
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -75,20 +79,52 @@ void WaitForStop(HostProgress* host) {
   }
 }
 
-// What the words make of any operation from one surface file to another.
-void MakeResult(const char* input, const char* output, bool* succeeded) {
+void CopyInput(const char* input, const char* output) { CopyFileA(input, output, FALSE); }
+
+// A curves file of one triangle.
+void WriteTriangle(const char* /*input*/, const char* output) {
+  const std::int32_t counts[] = {3, 3};
+  const double points[] = {0, 0, 0, 4, 0, 0, 0, 3, 0};
+  const std::int32_t curve[] = {3, 1, 2, 2, 3, 3, 1};
+  const auto bytes = [](const auto& values) {
+    return std::string(reinterpret_cast<const char*>(values), sizeof values);
+  };
+  WriteText(output, "wb", "binary curves" + bytes(counts) + bytes(points) + bytes(curve));
+}
+
+// What the words make of any operation from one file to another.
+void MakeResult(const char* input, const char* output, bool* succeeded,
+                void (*make)(const char* input, const char* output) = CopyInput) {
   if (Is("throw")) throw std::runtime_error("thrown by the test");
   if (!Value("kernel").empty()) SayAsKernel(Value("kernel"));
   if (Is("interrupt")) std::raise(SIGINT);
   if (Is("leak")) m_fopen(kUnit, 77, input, "rb");
   if (Is("garbage")) WriteText(output, "wb", "no surface");
-  if (Is("succeed") || Is("partial")) CopyFileA(input, output, FALSE);
+  if (Is("succeed") || Is("partial")) make(input, output);
+  if (Is("leak-result")) m_fopen(kUnit, 88, output, "rb+");
+  if (Is("spoil")) WriteText(input, "wb", "spoilt");
   *succeeded = Is("succeed") || Is("nothing") || Is("garbage");
 }
 
 void ShowProgress(HostProgress* host) {
   CString text;
   if (host->LoadMessage(44, &text)) host->ShowProgress(&text, 50);
+}
+
+void SayArguments(const double* boxMin, const double* boxMax, double distance, double last) {
+  if (!Is("arguments")) return;
+  char text[400];
+  std::snprintf(text, sizeof text, "box %g %g %g to %g %g %g, distance %g, %g", boxMin[0],
+                boxMin[1], boxMin[2], boxMax[0], boxMax[1], boxMax[2], distance, last);
+  SayAsKernel(text);
+}
+
+void MakeFlaggedResult(const char* input, const char* output, unsigned char* result,
+                       void (*make)(const char* input, const char* output)) {
+  bool succeeded = false;
+  *result = 0;
+  MakeResult(input, output, &succeeded, make);
+  *result = succeeded ? 1 : 0;
 }
 
 }  // namespace
@@ -125,5 +161,24 @@ QZ_EXPORT void qztutlFilterStockByColor(char* input, char* output, unsigned shor
 QZ_EXPORT void qztutl_heal(double, char* input, char* output, bool* succeeded) {
   *succeeded = false;
   MakeResult(input, output, succeeded);
+}
+
+QZ_EXPORT void qztutl_silbndy(char* input, char* output, double distance, double* boxMin,
+                              double* boxMax, unsigned char* result) {
+  SayArguments(boxMin, boxMax, distance, 0);
+  MakeFlaggedResult(input, output, result, WriteTriangle);
+}
+
+QZ_EXPORT void qztutlSpinSilBndy(const char* input, int mode, const char* output, double distance,
+                                 double* boxMin, double* boxMax, unsigned char* result) {
+  SayArguments(boxMin, boxMax, distance, mode);
+  MakeFlaggedResult(input, output, result, WriteTriangle);
+}
+
+QZ_EXPORT void qztutlSphericalOffsetTris(const char* input, const char* output, double distance,
+                                         double angle, double* boxMin, double* boxMax,
+                                         unsigned char* result) {
+  SayArguments(boxMin, boxMax, distance, angle);
+  MakeFlaggedResult(input, output, result, CopyInput);
 }
 }

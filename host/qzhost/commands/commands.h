@@ -19,6 +19,9 @@ void AddFilterCommand(CLI::App& app, Options& options);
 void AddHealCommand(CLI::App& app, Options& options);
 void AddInfoCommand(CLI::App& app, Options& options);
 void AddNewJobCommand(CLI::App& app, Options& options);
+void AddOffsetCommand(CLI::App& app, Options& options);
+void AddSilhouetteCommand(CLI::App& app, Options& options);
+void AddSpinSilhouetteCommand(CLI::App& app, Options& options);
 void AddSweepCommand(CLI::App& app, Options& options);
 
 }  // namespace host

@@ -69,7 +69,9 @@ int InfoOnJob(const std::string& path, const Options& options) {
 void AddInfoCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand("info", "Say what is in a file or in a job's directory");
   const auto path = std::make_shared<std::string>();
-  command->add_option("FILE", *path, "A file of a job, a mesh, or a job's directory")->required();
+  command
+      ->add_option("FILE", *path, "A file of a job, a mesh, a file of curves, or a job's directory")
+      ->required();
   command->callback([path, &options] {
     options.run = [path, &options] {
       return IsDirectory(*path) ? InfoOnJob(*path, options) : InfoOnFile(*path, options);

@@ -5,11 +5,13 @@
 
 #include "formats/FileError.h"
 #include "host/files/StagedFile.h"
+#include "support/MessageOf.h"
 #include "support/TempDirectory.h"
 
 namespace {
 
 using host::StagedFile;
+using support::MessageOf;
 using support::ReadWholeFile;
 using support::TempDirectory;
 using support::WriteWholeFile;
@@ -48,9 +50,15 @@ TEST(StagedFile, TakesNobodysFileForTheTemporaryOne) {
 TEST(StagedFile, NamesThePlaceWhereTheTemporaryFileWasMeant) {
   const TempDirectory directory;
   const StagedFile staged(directory / "a.txt");
-  EXPECT_EQ(staged.AboutThePlace(staged.TemporaryPath() + ": full"),
-            (directory / "a.txt") + ": full");
-  EXPECT_EQ(staged.AboutThePlace("b.txt: full"), "b.txt: full");
+  const auto messageOf = [&staged](const std::string& file) {
+    return MessageOf<formats::FileError>([&] {
+      staged.Write([&](const std::string& path) {
+        throw formats::FileError((file.empty() ? path : file) + ": full");
+      });
+    });
+  };
+  EXPECT_EQ(messageOf(""), (directory / "a.txt") + ": full");
+  EXPECT_EQ(messageOf("b.txt"), "b.txt: full");
 }
 
 TEST(StagedFile, FollowsLinksToAFileThatIsNotYetThere) {
