@@ -51,3 +51,6 @@ take linuxcnc-uspace programs 3D_Chips.ngc
 # Damaged meshes of other programs.
 take libcgal-demo meshes mech-holes-shark.off pig.stl
 take openscad-testing-data meshes bad-stl-wing.stl bad-stl-tardis.stl bad-stl-pcbvicebar.stl
+
+# A screw, for its spun outline.
+take prusa-slicer meshes M3x10_screw.stl

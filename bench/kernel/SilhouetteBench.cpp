@@ -1,17 +1,18 @@
 // kernel_silhouette_bench: the shadow of a body with bumps, from file to file, and the outline of
-// the same body spun; five times each, best time. Then what came out, and the most memory held.
+// the same body and of balls spun; five times each, best time. Then what came out, the most memory
+// held, and how soon larger runs count and stop.
 
-#include <array>
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <memory>
-#include <numbers>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "BestOfFive.h"
-#include "callbacks/UIDialog.h"
+#include "CountTimes.h"
+#include "OutlineShapes.h"
 #include "curves/CurveTransfer.h"
 #include "formats/BinarySurface.h"
 #include "platform/IFSilhouette.h"
@@ -20,47 +21,14 @@
 
 namespace {
 
-// r = 50 (1 + 0.2 sin 5 theta sin 4 phi), theta from the pole; fans around the poles.
-formats::Mesh Blob(int grid) {
-  const auto at = [&](double theta, double phi) -> std::array<double, 3> {
-    const double r = 50 * (1 + 0.2 * std::sin(5 * theta) * std::sin(4 * phi));
-    return {r * std::sin(theta) * std::cos(phi), r * std::sin(theta) * std::sin(phi),
-            r * std::cos(theta)};
-  };
-  formats::Mesh mesh;
-  mesh.vertices.push_back({0, 0, 50});
-  for (int i = 1; i < grid; ++i) {
-    for (int j = 0; j < grid; ++j) {
-      mesh.vertices.push_back(at(std::numbers::pi * i / grid, 2 * std::numbers::pi * j / grid));
-    }
-  }
-  mesh.vertices.push_back({0, 0, -50});
-  const auto number = [&](int i, int j) { return 1 + (i - 1) * grid + j % grid; };
-  const auto last = static_cast<std::int32_t>(mesh.vertices.size()) - 1;
-  for (int j = 0; j < grid; ++j) {
-    mesh.facets.push_back({{0, number(1, j), number(1, j + 1)}, 1});
-    for (int i = 1; i + 1 < grid; ++i) {
-      mesh.facets.push_back({{number(i, j), number(i + 1, j), number(i + 1, j + 1)}, 1});
-      mesh.facets.push_back({{number(i, j), number(i + 1, j + 1), number(i, j + 1)}, 1});
-    }
-    mesh.facets.push_back({{number(grid - 1, j), last, number(grid - 1, j + 1)}, 1});
-  }
-  return mesh;
+bool Silhouette(std::string input, std::string output, CountTimes& times) {
+  IFSilhouette().Run(input.data(), output.data(), 0, &times);
+  return !times.failed;
 }
 
-class Complaints final : public UIDialog {
- public:
-  void ErrorMessage(const char* message, bool fatal) override {
-    std::printf("%s: %s\n", fatal ? "error" : "warning", message);
-    failed = failed || fatal;
-  }
-  bool failed = false;
-};
-
-bool Silhouette(std::string input, std::string output) {
-  Complaints complaints;
-  IFSilhouette().Run(input.data(), output.data(), 0, &complaints);
-  return !complaints.failed;
+bool Silhouette(const std::string& input, const std::string& output) {
+  CountTimes times;
+  return Silhouette(input, output, times);
 }
 
 // Counts what it takes.
@@ -79,9 +47,8 @@ struct CountingCurves final : CurveTransfer {
   int points = 0, segments = 0, number = 0;
 };
 
-bool Spin(const formats::Mesh& mesh, CountingCurves& curves) {
-  Complaints complaints;
-  IFSpinsil spin(&complaints);
+bool Spin(const formats::Mesh& mesh, CountingCurves& curves, CountTimes& times) {
+  IFSpinsil spin(&times);
   SurfaceTransfer* channel = spin.OpenInputChannel();
   std::vector<void*> handles;
   channel->Reset();
@@ -94,7 +61,32 @@ bool Spin(const formats::Mesh& mesh, CountingCurves& curves) {
   }
   channel->Close();
   spin.Run(&curves, 0.01);
-  return !complaints.failed;
+  return !times.failed;
+}
+
+bool Spin(const formats::Mesh& mesh, CountingCurves& curves) {
+  CountTimes times;
+  return Spin(mesh, curves, times);
+}
+
+// Stops the run at so many of its counts, one after the other, and says how long the longest way
+// out is, and the longest way from one count to the next.
+void PrintAnswers(const char* name, const std::function<bool(CountTimes&)>& run) {
+  CountTimes whole;
+  if (!run(whole)) return;
+  double longest = 0;
+  const long step = std::max(1L, whole.counts / 40);
+  for (long k = 1; k <= whole.counts; k += step) {
+    CountTimes times;
+    times.stopAt = k;
+    try {
+      run(times);
+    } catch (const CountTimes::Stop&) {
+      longest = std::max(longest, times.SecondsSinceLast());
+    }
+  }
+  std::printf("%s: %.0f ms from one count to the next at most, %.0f ms from a stop to the end\n",
+              name, 1e3 * whole.longestBetween, 1e3 * longest);
 }
 
 void PrintCurves(const std::string& path) {
@@ -131,9 +123,23 @@ int main(int argc, char** argv) {
   bench.Add("Silhouette, 99904 facets", [&] { return Silhouette(input, output); });
   bench.Add("Silhouette, 201612 facets", [&] { return Silhouette(fine, output + "2"); });
   bench.Add("Spin, 99904 facets", [&] { return Spin(blob, curves); });
+  // A hundredth of an edge's length at the equator, so that nearly every facet is folded.
+  constexpr double kJitter = 0.003;
+  const formats::Mesh few = TurnedBall(80, kJitter), some = TurnedBall(160, kJitter);
+  const formats::Mesh many = TurnedBall(320, kJitter), regular = TurnedBall(318, 0);
+  CountingCurves ball;
+  bench.Add("Spin, ball of 6240 jittered facets", [&] { return Spin(few, ball); });
+  bench.Add("Spin, ball of 25280 jittered facets", [&] { return Spin(some, ball); });
+  bench.Add("Spin, ball of 101760 jittered facets", [&] { return Spin(many, ball); });
+  bench.Add("Spin, ball of 100488 facets in rings", [&] { return Spin(regular, ball); });
   if (!bench.Run(argc, argv)) return EXIT_FAILURE;
   PrintCurves(output);
   std::printf("the spun outline has %d points\n", curves.points);
   std::printf("the silhouette holds %.0f MiB at most, the spun outline %.0f MiB\n", peak, spinPeak);
+  formats::WriteBinarySurface(fine, Blob(1000));
+  PrintAnswers("Silhouette, 1998000 facets",
+               [&](CountTimes& times) { return Silhouette(fine, output, times); });
+  PrintAnswers("Spin, ball of 101760 jittered facets",
+               [&](CountTimes& times) { return Spin(many, ball, times); });
   return EXIT_SUCCESS;
 }

@@ -70,17 +70,6 @@ formats::Mesh Facets(unsigned seed) {
   return mesh;
 }
 
-double LengthOf(const Curves& curves) {
-  double sum = 0;
-  for (const Curve& curve : curves.curves) {
-    for (std::size_t i = 0; i < curve.size(); ++i) {
-      const Point &a = curve[i], &b = curve[(i + 1) % curve.size()];
-      sum += std::hypot(b.x - a.x, b.y - a.y);
-    }
-  }
-  return sum;
-}
-
 using MakeMesh = formats::Mesh (*)(unsigned);
 
 class RandomMeshes : public testing::TestWithParam<MakeMesh> {

@@ -139,6 +139,17 @@ double Length(const Stretches& stretches) {
   return sum;
 }
 
+double LengthOf(const Curves& curves) {
+  double sum = 0;
+  for (const Curve& curve : curves.curves) {
+    for (std::size_t i = 0; i < curve.size(); ++i) {
+      const Point &a = curve[i], &b = curve[(i + 1) % curve.size()];
+      sum += std::hypot(b.x - a.x, b.y - a.y);
+    }
+  }
+  return sum;
+}
+
 std::array<double, 2> WidthOf(const formats::Mesh& mesh) {
   const auto [least, most] = std::minmax_element(mesh.vertices.begin(), mesh.vertices.end());
   return {(*least)[0], (*most)[0]};

@@ -45,6 +45,8 @@ RasterAreas CompareAreas(double low, double high, int lines, const Curves& curve
   return areas;
 }
 
+double LengthOf(const Curves& curves);
+
 /// The least and the greatest x of the mesh.
 std::array<double, 2> WidthOf(const formats::Mesh& mesh);
 double DiagonalOf(const formats::Mesh& mesh);
