@@ -3,26 +3,29 @@
 #include <array>
 #include <memory>
 
-#include "kernel/sweep/LocalSolid.h"
+#include "kernel/sweep/LocalCut.h"
 
 namespace kernel {
 
-// The exact solid in a block, and in the parts of it that are asked for, whose lists of what is
-// near are shorter. Keeps a reference to the block's solid.
-class BlockParts {
+// What a cut leaves in a block, and in the parts of it that are asked for, whose lists of what is
+// near are shorter.
+class BlockParts final : public SolidInBlock {
  public:
-  // `inner`: the box that is parted; what lies outside is seen to by the whole block's solid.
-  BlockParts(const LocalSolid& whole, const Box3& inner);
+  // `moves` and `facets`: at least those that come into `box`, in ascending order. `inner`: the box
+  // that is parted; what lies outside is seen to by the whole block's solid.
+  BlockParts(const CutMakers& makers, std::span<const std::uint32_t> moves,
+             std::span<const std::uint32_t> facets, const Box3& box, const Box3& inner);
 
-  const LocalSolid& At(const Vec3& point);
+  const LocalSolid& Whole() override { return m_whole; }
+  const LocalSolid& At(const Vec3& point) override;
 
  private:
   static constexpr int kASide = 4;
 
-  const LocalSolid& m_whole;
+  LocalCut m_whole;
   Vec3 m_low;
   double m_side;
-  std::array<std::unique_ptr<LocalSolid>, kASide * kASide * kASide> m_parts;
+  std::array<std::unique_ptr<LocalCut>, kASide * kASide * kASide> m_parts;
 };
 
 }  // namespace kernel

@@ -5,7 +5,6 @@
 
 #include "kernel/common/FatalError.h"
 #include "kernel/common/Workers.h"
-#include "kernel/sweep/FindCrossing.h"
 
 namespace kernel {
 namespace {
@@ -14,9 +13,9 @@ constexpr std::size_t kChunk = 2048;
 
 }  // namespace
 
-CellVertices::CellVertices(const DexelModel& model, const SurfaceCells& cells,
+CellVertices::CellVertices(const LatticeCrossings& crossings, const SurfaceCells& cells,
                            const SurfaceMakers& makers)
-    : m_model(model), m_cells(cells), m_makers(makers) {
+    : m_crossings(crossings), m_cells(cells), m_makers(makers) {
   NumberVertices();
 }
 
@@ -53,16 +52,12 @@ std::uint32_t CellVertices::OnJoint(std::size_t cell, int axis, int edge) const 
 
 SurfaceCrossing CellVertices::CrossingOn(const SurfaceCells::Cell& cell, unsigned signs,
                                          int edge) const {
-  const DexelLattice& lattice = m_model.Lattice();
   const int axis = EdgeAxis(edge);
   const int corner = EdgeCorner(edge);
   const std::array<int, 3> node = {cell.i + (corner & 1), cell.j + (corner >> 1 & 1),
                                    cell.k + (corner >> 2)};
-  const auto along = [&](int a) { return node[static_cast<std::size_t>(a % 3)]; };
-  const RayCrossing found = FindCrossing(
-      m_model.Ray(axis, along(axis + 1), along(axis + 2)), lattice.Coordinate(axis, along(axis)),
-      lattice.Coordinate(axis, along(axis) + 1), (signs >> corner & 1U) != 0);
-  Vec3 point = lattice.Node(node[0], node[1], node[2]);
+  const RayCrossing found = m_crossings.On(axis, node, (signs >> corner & 1U) != 0);
+  Vec3 point = m_crossings.Lattice().Node(node[0], node[1], node[2]);
   point[axis] = found.at;
   return {m_makers.TangentAt(found.maker, point), found.maker};
 }
@@ -126,7 +121,7 @@ void CellVertices::PlaceJoint(const Joint& joint) {
 }
 
 Box3 CellVertices::BoxOf(const SurfaceCells::Cell& cell) const {
-  const DexelLattice& lattice = m_model.Lattice();
+  const DexelLattice& lattice = m_crossings.Lattice();
   return {lattice.Node(cell.i, cell.j, cell.k), lattice.Node(cell.i + 1, cell.j + 1, cell.k + 1)};
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "kernel/sweep/CellTopology.h"
+#include "kernel/sweep/LatticeCrossings.h"
 #include "kernel/sweep/PlaceVertex.h"
 #include "kernel/sweep/SurfaceCells.h"
 
@@ -15,7 +16,8 @@ namespace kernel {
 class CellVertices {
  public:
   // Numbers the vertices; keeps references to its arguments.
-  CellVertices(const DexelModel& model, const SurfaceCells& cells, const SurfaceMakers& makers);
+  CellVertices(const LatticeCrossings& crossings, const SurfaceCells& cells,
+               const SurfaceMakers& makers);
 
   // Finds all positions, on all threads; `watch` hears the share that is done.
   void Place(const std::function<void(double)>& watch);
@@ -44,7 +46,7 @@ class CellVertices {
   void PlaceJoint(const Joint& joint);
   Box3 BoxOf(const SurfaceCells::Cell& cell) const;
 
-  const DexelModel& m_model;
+  const LatticeCrossings& m_crossings;
   const SurfaceCells& m_cells;
   const SurfaceMakers& m_makers;
   std::vector<std::uint32_t> m_firstVertex;  // of each cell

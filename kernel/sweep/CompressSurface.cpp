@@ -5,14 +5,12 @@
 #include "kernel/common/RunAside.h"
 #include "kernel/compress/CompressMesh.h"
 #include "kernel/sweep/HalfEdgeMesh.h"
-#include "kernel/sweep/MergeFlat.h"
-#include "kernel/sweep/RemoveSlivers.h"
+#include "kernel/sweep/MergePlanes.h"
 
 namespace kernel {
 namespace {
 
 // Shares of the stock's diagonal.
-constexpr double kFlatness = 1e-11;
 constexpr double kLeastHeight = 1e-9;
 // What merging in planes may have moved, which counts as well.
 constexpr double kReserve = 1e-9;
@@ -24,13 +22,6 @@ CutMesh Within(CutMesh mesh, double tolerance, double diagonal, const Tell& tell
   const double left = tolerance - kReserve * diagonal;
   if (left <= 0 || mesh.facets.empty()) return mesh;
   return CompressMesh(std::move(mesh), left, kLeastHeight * diagonal, tell);
-}
-
-CutMesh MergePlanes(HalfEdgeMesh mesh, double diagonal, const Tell& tell) {
-  const double least = kLeastHeight * diagonal;
-  RemoveSlivers(mesh, least);
-  MergeFlat(mesh, kFlatness * diagonal, least, tell);
-  return mesh.Release();
 }
 
 // Does work(tell) as the stage of compressing.
@@ -57,7 +48,9 @@ CutMesh CompressUncut(CutMesh mesh, double tolerance, double diagonal, Reporter&
     HalfEdgeMesh links(mesh);
     isClosed = links.IsClosed();
     if (!isClosed) return;
-    mesh = MergePlanes(std::move(links), diagonal, [&](double share) { tell(kFlatDone * share); });
+    mesh = MergePlanes(std::move(links), diagonal, [&](double share) {
+             tell(kFlatDone * share);
+           }).mesh;
     mesh = Within(std::move(mesh), tolerance, diagonal,
                   [&](double share) { tell(kFlatDone + (1 - kFlatDone) * share); });
   });

@@ -131,9 +131,9 @@ class ChunkOfFacets {
 
 }  // namespace
 
-CutMesh ContourModel(const DexelModel& model, const SurfaceCells& cells,
+CutMesh ContourCells(const LatticeCrossings& crossings, const SurfaceCells& cells,
                      const SurfaceMakers& makers, const std::function<void(double)>& watch) {
-  CellVertices vertices(model, cells, makers);
+  CellVertices vertices(crossings, cells, makers);
   vertices.Place([&](double share) { watch(0.7 * share); });
   const std::size_t count = (cells.Count() + kChunk - 1) / kChunk;
   std::vector<std::vector<CutMesh::Facet>> chunks(count);

@@ -7,8 +7,8 @@
 
 #include "kernel/common/RunAside.h"
 #include "kernel/sweep/Contour.h"
-#include "kernel/sweep/MergeFlat.h"
-#include "kernel/sweep/RemoveSlivers.h"
+#include "kernel/sweep/CutBlocks.h"
+#include "kernel/sweep/MergePlanes.h"
 #include "kernel/sweep/SettleMesh.h"
 #include "kernel/sweep/SurfaceCells.h"
 #include "kernel/sweep/UnseenFeatures.h"
@@ -16,10 +16,7 @@
 namespace kernel {
 namespace {
 
-// Shares of the stock's diagonal.
-constexpr double kExact = 1e-10;
-constexpr double kFlatness = 1e-11;
-constexpr double kLeastHeight = 1e-9;
+constexpr double kExact = 1e-10;  // of the stock's diagonal
 
 void WarnOfUnseenFeatures(std::size_t rays, double spacing, Reporter& reporter) {
   char text[160];
@@ -38,32 +35,32 @@ void WarnOfUnsettled(const Unsettled& unsettled, Reporter& reporter) {
   reporter.Warn(text);
 }
 
-CutMesh Contour(const DexelModel& model, const SurfaceMakers& makers, double tolerance,
+CutMesh Contour(const DexelModel& model, const CutMakers& makers, double tolerance,
                 Reporter& reporter) {
   reporter.BeginStage("Generating surface", 60, 72);
   std::optional<SurfaceCells> cells;
   std::size_t unseen = 0;
   RunAside(reporter, [&](const Tell&) {
-    cells.emplace(model);
+    cells.emplace(SignsOf(model));
     unseen = CountUnseenFeatures(model, *cells, tolerance);
   });
   if (unseen > 0) WarnOfUnseenFeatures(unseen, model.Lattice().Spacing(), reporter);
-  CutMesh mesh =
-      ContourModel(model, *cells, makers, [&](double share) { reporter.Advance(share, 1); });
+  CutMesh mesh = ContourCells(RayCrossings(model), *cells, makers,
+                              [&](double share) { reporter.Advance(share, 1); });
   reporter.EndStage();
   return mesh;
 }
 
-HalfEdgeMesh Settle(CutMesh contour, const SurfaceMakers& makers, const DexelLattice& lattice,
+HalfEdgeMesh Settle(CutMesh contour, const CutMakers& makers, const DexelLattice& lattice,
                     const Box3& stockBox, double tolerance, Reporter& reporter) {
   reporter.BeginStage("Optimising surface", 72, 85);
   std::optional<HalfEdgeMesh> mesh;
   Unsettled unsettled;
   RunAside(reporter, [&](const Tell& tell) {
-    const SurfaceBlocks blocks(lattice, stockBox, makers, contour.vertices);
+    const CutBlocks solid(lattice, stockBox, makers, contour.vertices);
     const SettleLimits limits{tolerance, kExact * stockBox.Diagonal(), lattice.Spacing()};
     mesh.emplace(std::move(contour));
-    unsettled = SettleMesh(*mesh, SurfaceSurvey(*mesh, makers, blocks, limits), limits, tell);
+    unsettled = SettleMesh(*mesh, SurfaceSurvey(*mesh, solid, limits), limits, tell);
   });
   if (unsettled.places > 0) WarnOfUnsettled(unsettled, reporter);
   reporter.EndStage();
@@ -72,24 +69,19 @@ HalfEdgeMesh Settle(CutMesh contour, const SurfaceMakers& makers, const DexelLat
 
 CutMesh Merge(HalfEdgeMesh mesh, double diagonal, Reporter& reporter) {
   reporter.BeginStage("Cleaning surface", 85, 95);
-  const double least = kLeastHeight * diagonal;
-  std::size_t slivers = 0;
-  CutMesh merged;
-  RunAside(reporter, [&](const Tell& tell) {
-    slivers = RemoveSlivers(mesh, least);
-    MergeFlat(mesh, kFlatness * diagonal, least, tell);
-    merged = mesh.Release();
-  });
-  if (slivers > 0) {
-    reporter.Warn(std::to_string(slivers) + " facets without area could not be removed");
+  MergedPlanes merged;
+  RunAside(reporter,
+           [&](const Tell& tell) { merged = MergePlanes(std::move(mesh), diagonal, tell); });
+  if (merged.slivers > 0) {
+    reporter.Warn(std::to_string(merged.slivers) + " facets without area could not be removed");
   }
   reporter.EndStage();
-  return merged;
+  return std::move(merged.mesh);
 }
 
 }  // namespace
 
-CutMesh MeshModel(const DexelModel& model, const SurfaceMakers& makers, const Box3& stockBox,
+CutMesh MeshModel(const DexelModel& model, const CutMakers& makers, const Box3& stockBox,
                   double tolerance, Reporter& reporter) {
   CutMesh contour = Contour(model, makers, tolerance, reporter);
   return Merge(Settle(std::move(contour), makers, model.Lattice(), stockBox, tolerance, reporter),

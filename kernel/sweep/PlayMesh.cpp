@@ -8,9 +8,9 @@ namespace {
 
 constexpr std::size_t kReportEvery = 8192;
 
-}  // namespace
-
-void PlayMesh(const CutMesh& mesh, SurfaceTransfer& output, Reporter& reporter) {
+// advance(share) hears how far the open stage is, end() that it is over.
+template <class Advance, class End>
+void Play(const CutMesh& mesh, SurfaceTransfer& output, const Advance& advance, const End& end) {
   std::vector<void*> handles(mesh.vertices.size(), nullptr);
   std::vector<bool> used(mesh.vertices.size(), false);
   for (const CutMesh::Facet& facet : mesh.facets) {
@@ -19,7 +19,7 @@ void PlayMesh(const CutMesh& mesh, SurfaceTransfer& output, Reporter& reporter) 
   const auto total = static_cast<double>(mesh.vertices.size() + mesh.facets.size());
   std::size_t done = 0;
   const auto count = [&] {
-    if (++done % kReportEvery == 0) reporter.Advance(static_cast<double>(done), total);
+    if (++done % kReportEvery == 0) advance(static_cast<double>(done) / total);
   };
   output.Reset();
   for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
@@ -38,9 +38,22 @@ void PlayMesh(const CutMesh& mesh, SurfaceTransfer& output, Reporter& reporter) 
       throw FatalError("Memory limit reached.");
     }
   }
-  reporter.Advance(total, total);
-  reporter.EndStage();
+  advance(1.0);
+  end();
   output.Close();
+}
+
+}  // namespace
+
+void PlayMesh(const CutMesh& mesh, SurfaceTransfer& output, Reporter& reporter) {
+  Play(
+      mesh, output, [&](double share) { reporter.Advance(share, 1); },
+      [&] { reporter.EndStage(); });
+}
+
+void PlayMesh(const CutMesh& mesh, SurfaceTransfer& output, StageProgress& progress) {
+  Play(
+      mesh, output, [&](double share) { progress.Advance(share); }, [&] { progress.End(); });
 }
 
 }  // namespace kernel

@@ -13,8 +13,6 @@ using Index = HalfEdgeMesh::Index;
 using Kind = MeshPlace::Kind;
 using Watch = std::function<void(double)>;
 
-// Each round halves what is off at the least; what has not settled by then never does.
-constexpr int kMostRounds = 6;
 // The share of the work that the vertices are, and the first look at edges and facets.
 constexpr double kVerticesDone = 0.2;
 constexpr double kFirstRoundDone = 0.95;
@@ -33,7 +31,7 @@ class Settler {
     due = Refine(due, [&](double share) {
       watch(kVerticesDone + (kFirstRoundDone - kVerticesDone) * share);
     });
-    for (int round = 1; round < kMostRounds && !due.empty(); ++round) {
+    for (int round = 1; round < m_limits.rounds && !due.empty(); ++round) {
       due = Refine(due, [&](double) { watch(kFirstRoundDone); });
     }
     Survey(PlacesOf(due), [&](double) { watch(kFirstRoundDone); });

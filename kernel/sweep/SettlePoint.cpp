@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "kernel/sweep/PlaneMeeting.h"
 
@@ -27,10 +26,10 @@ class Settling {
   std::optional<Vec3> Find() {
     Vec3 point = m_start;
     for (int step = 0; step < kMostSteps; ++step) {
-      const OffSurface off = HowFarOff(m_solid, point);
+      const OffSurface off = m_solid.HowFarOff(point);
       if (std::abs(off.distance) <= m_exact) return point;
       if (!std::isfinite(off.distance)) return std::nullopt;
-      Join(off.nearest.maker);
+      Join(off.maker);
       const std::optional<Vec3> met = Meet(point);
       if (!met || Length(*met - m_start) > m_reach) return std::nullopt;
       point = *met;
@@ -73,15 +72,6 @@ class Settling {
 
 }  // namespace
 
-OffSurface HowFarOff(const LocalSolid& solid, const Vec3& point) {
-  const std::optional<NearestMaker> tool = solid.NearestTool(point);
-  const std::optional<NearestMaker> stock = solid.NearestStock(point);
-  OffSurface off{-std::numeric_limits<double>::infinity(), {}};
-  if (tool) off = {-tool->distance, *tool};
-  if (stock && stock->distance >= off.distance) off = {stock->distance, *stock};
-  return off;
-}
-
 std::vector<Generator> PlanesUnder(const LocalSolid& solid, const Vec3& point, double exact) {
   std::vector<Generator> planes;
   solid.PlanesAt(point, exact, planes);
@@ -103,11 +93,11 @@ std::optional<Vec3> SettleAlong(const LocalSolid& solid, const Vec3& point, cons
   }
   way = Normalised(way);
   if (way == Vec3{}) return std::nullopt;
-  const double start = HowFarOff(solid, point).distance;
+  const double start = solid.HowFarOff(point).distance;
   if (start > 0) way = -way;
   double gone = std::abs(start);
   while (gone <= goal.reach) {
-    const double off = HowFarOff(solid, point + way * gone).distance;
+    const double off = solid.HowFarOff(point + way * gone).distance;
     if (!std::isfinite(off)) return std::nullopt;
     if (std::signbit(off) != std::signbit(start)) {
       // Past a ridge the point is in both tools, and settles on it.

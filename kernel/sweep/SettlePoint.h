@@ -6,15 +6,6 @@
 
 namespace kernel {
 
-// How far a point lies off the exact surface of what is left: above 0 outside (in the air or in a
-// tool), below 0 in the solid. Exact near the surface but for places in two tools at once, where
-// the true distance may be greater.
-struct OffSurface {
-  double distance = 0;
-  NearestMaker nearest;  // what decides it
-};
-OffSurface HowFarOff(const LocalSolid& solid, const Vec3& point);
-
 // The planes of the stock on which the point lies to within `exact`, three at most.
 std::vector<Generator> PlanesUnder(const LocalSolid& solid, const Vec3& point, double exact);
 

@@ -1,15 +1,17 @@
 #include "kernel/sweep/SurfaceCells.h"
 
+#include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace kernel {
 
-SurfaceCells::SurfaceCells(const DexelModel& model)
-    : m_columnsI(model.Lattice().Nodes(0)),
-      m_columnsJ(model.Lattice().Nodes(1)),
-      m_layers(model.Lattice().Nodes(2)),
-      m_words(static_cast<std::size_t>((m_layers + 63) / 64)) {
-  MarkNodes(model);
+SurfaceCells::SurfaceCells(NodeSigns signs)
+    : m_signs(std::move(signs)),
+      m_columnsI(m_signs.Nodes(0)),
+      m_columnsJ(m_signs.Nodes(1)),
+      m_layers(m_signs.Nodes(2)),
+      m_words(m_signs.WordCount()) {
   MarkCells();
 }
 
@@ -28,30 +30,18 @@ std::size_t SurfaceCells::NumberOf(int i, int j, int k) const {
 unsigned SurfaceCells::SignsOf(const Cell& cell) const {
   unsigned signs = 0;
   for (int corner = 0; corner < 8; ++corner) {
-    signs |= BitAt(cell.i + (corner & 1), cell.j + (corner >> 1 & 1), cell.k + (corner >> 2))
-             << corner;
+    const bool solid =
+        m_signs.IsSolid(cell.i + (corner & 1), cell.j + (corner >> 1 & 1), cell.k + (corner >> 2));
+    signs |= (solid ? 1U : 0U) << corner;
   }
   return signs;
 }
 
-void SurfaceCells::MarkNodes(const DexelModel& model) {
-  m_solid.assign(m_words * model.Lattice().RayCount(2), 0);
-  for (int j = 0; j < m_columnsJ; ++j) {
-    for (int i = 0; i < m_columnsI; ++i) {
-      std::uint64_t* column = &m_solid[Column(i, j)];
-      for (const SolidInterval& solid : model.Ray(2, i, j)) {
-        const int end = model.Lattice().FirstNodeFrom(2, solid.high);
-        for (int k = model.Lattice().FirstNodeFrom(2, solid.low); k < end; ++k) {
-          column[k / 64] |= std::uint64_t{1} << (k % 64);
-        }
-      }
-    }
-  }
-}
-
 void SurfaceCells::MarkCells() {
-  m_active.assign(m_solid.size(), 0);
-  m_before.assign(m_solid.size(), 0);
+  const std::size_t words =
+      m_words * static_cast<std::size_t>(m_columnsI) * static_cast<std::size_t>(m_columnsJ);
+  m_active.assign(words, 0);
+  m_before.assign(words, 0);
   std::size_t count = 0;
   for (int j = 0; j < m_columnsJ; ++j) {
     for (int i = 0; i < m_columnsI; ++i) {
@@ -62,15 +52,20 @@ void SurfaceCells::MarkCells() {
         if (!hasCells) continue;
         std::uint64_t any = 0;
         std::uint64_t all = ~std::uint64_t{0};
-        for (const std::size_t column :
-             {Column(i, j), Column(i + 1, j), Column(i, j + 1), Column(i + 1, j + 1)}) {
-          const std::uint64_t low = m_solid[column + w];
-          const std::uint64_t next = w + 1 < m_words ? m_solid[column + w + 1] : 0;
+        for (int corner = 0; corner < 4; ++corner) {
+          const int ci = i + (corner & 1);
+          const int cj = j + (corner >> 1);
+          const std::uint64_t low = m_signs.Word(ci, cj, w);
+          const std::uint64_t next = w + 1 < m_words ? m_signs.Word(ci, cj, w + 1) : 0;
           const std::uint64_t high = low >> 1 | next << 63;
           any |= low | high;
           all &= low & high;
         }
-        std::uint64_t active = any & ~all;
+        // The last node of a column has no cell above it.
+        const int cellsLeft = m_layers - 1 - static_cast<int>(64 * w);
+        const std::uint64_t within =
+            cellsLeft < 64 ? (std::uint64_t{1} << std::max(cellsLeft, 0)) - 1 : ~std::uint64_t{0};
+        std::uint64_t active = any & ~all & within;
         m_active[word] = active;
         for (; active != 0; active &= active - 1) {
           m_cells.push_back({i, j, static_cast<int>(64 * w) + std::countr_zero(active)});

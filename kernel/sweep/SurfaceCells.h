@@ -4,16 +4,16 @@
 #include <cstdint>
 #include <vector>
 
-#include "kernel/sweep/DexelModel.h"
+#include "kernel/sweep/NodeSigns.h"
 
 namespace kernel {
 
-// Which nodes of the lattice are solid, as the rays along z say, and which cells the surface runs
-// through: those whose corners are not all alike. Cell (i, j, k) reaches from node (i, j, k) to
-// node (i + 1, j + 1, k + 1). Cells are numbered column by column, i first, then j, k innermost.
+// Which cells of the lattice the surface runs through: those whose corners are not all alike. Cell
+// (i, j, k) reaches from node (i, j, k) to node (i + 1, j + 1, k + 1). Cells are numbered column by
+// column, i first, then j, k innermost.
 class SurfaceCells {
  public:
-  explicit SurfaceCells(const DexelModel& model);
+  explicit SurfaceCells(NodeSigns signs);
 
   struct Cell {
     int i, j, k;
@@ -35,17 +35,11 @@ class SurfaceCells {
             static_cast<std::size_t>(i)) *
            m_words;
   }
-  void MarkNodes(const DexelModel& model);
   void MarkCells();
-  unsigned BitAt(int i, int j, int k) const {
-    return static_cast<unsigned>(m_solid[Column(i, j) + static_cast<std::size_t>(k / 64)] >>
-                                 (k % 64)) &
-           1U;
-  }
 
+  NodeSigns m_signs;
   int m_columnsI, m_columnsJ, m_layers;
   std::size_t m_words;                  // 64-bit words a column
-  std::vector<std::uint64_t> m_solid;   // nodes
   std::vector<std::uint64_t> m_active;  // cells
   std::vector<std::uint32_t> m_before;  // active cells before each word
   std::vector<Cell> m_cells;

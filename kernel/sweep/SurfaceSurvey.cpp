@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "kernel/common/Workers.h"
-#include "kernel/sweep/BlockParts.h"
 #include "kernel/sweep/SoundFacet.h"
 
 namespace kernel {
@@ -35,13 +34,13 @@ PlacesByBlock Sorted(const std::vector<MeshPlace>& places, const std::vector<std
   PlacesByBlock sorted;
   sorted.begin.assign(blockCount + 1, 0);
   for (const std::uint32_t block : blocks) {
-    if (block != SurfaceBlocks::kNone) ++sorted.begin[block + 1];
+    if (block != ExactSolid::kNone) ++sorted.begin[block + 1];
   }
   for (std::size_t b = 0; b < blockCount; ++b) sorted.begin[b + 1] += sorted.begin[b];
   std::vector<std::size_t> next(sorted.begin.begin(), sorted.begin.end() - 1);
   sorted.places.resize(sorted.begin.back());
   for (std::size_t i = 0; i < places.size(); ++i) {
-    if (blocks[i] != SurfaceBlocks::kNone) sorted.places[next[blocks[i]]++] = places[i];
+    if (blocks[i] != ExactSolid::kNone) sorted.places[next[blocks[i]]++] = places[i];
   }
   return sorted;
 }
@@ -51,10 +50,10 @@ PlacesByBlock Sorted(const std::vector<MeshPlace>& places, const std::vector<std
 std::vector<SurveyFinding> SurfaceSurvey::Of(const std::vector<MeshPlace>& places,
                                              const std::function<void(double)>& watch) const {
   std::vector<std::uint32_t> blocks(places.size());
-  for (std::size_t i = 0; i < places.size(); ++i) blocks[i] = m_blocks.BlockAt(Middle(places[i]));
-  const PlacesByBlock sorted = Sorted(places, blocks, m_blocks.Count());
+  for (std::size_t i = 0; i < places.size(); ++i) blocks[i] = m_solid.BlockAt(Middle(places[i]));
+  const PlacesByBlock sorted = Sorted(places, blocks, m_solid.BlockCount());
   std::vector<std::uint32_t> busy;
-  for (std::uint32_t block = 0; block < m_blocks.Count(); ++block) {
+  for (std::uint32_t block = 0; block < m_solid.BlockCount(); ++block) {
     if (!sorted.Of(block).empty()) busy.push_back(block);
   }
   std::vector<std::vector<SurveyFinding>> found(busy.size());
@@ -100,14 +99,12 @@ Vec3 SurfaceSurvey::Outward(const MeshPlace& place) const {
 
 std::vector<SurveyFinding> SurfaceSurvey::InBlock(std::uint32_t block,
                                                   std::span<const MeshPlace> places) const {
-  const LocalSolid whole(m_makers, m_blocks.MovesAt(block), m_blocks.FacetsAt(block),
-                         m_blocks.BoxOf(block));
-  BlockParts parts(whole, m_blocks.BoxOf(block).Grown(-m_blocks.Margin()));
+  const std::unique_ptr<SolidInBlock> solid = m_solid.InBlock(block);
   std::vector<SurveyFinding> findings;
   for (const MeshPlace& place : places) {
     SurveyFinding finding;
     finding.place = place;
-    if (Look(whole, parts.At(Middle(place)), finding)) findings.push_back(finding);
+    if (Look(solid->Whole(), solid->At(Middle(place)), finding)) findings.push_back(finding);
   }
   return findings;
 }
@@ -115,7 +112,7 @@ std::vector<SurveyFinding> SurfaceSurvey::InBlock(std::uint32_t block,
 bool SurfaceSurvey::Look(const LocalSolid& whole, const LocalSolid& part,
                          SurveyFinding& finding) const {
   const Vec3 middle = Middle(finding.place);
-  const OffSurface off = HowFarOff(part, middle);
+  const OffSurface off = part.HowFarOff(middle);
   finding.off = off.distance;
   if (finding.place.kind == MeshPlace::Kind::kVertex) {
     if (std::abs(off.distance) <= kVertexShare * m_limits.tolerance) return false;
@@ -160,7 +157,7 @@ void SurfaceSurvey::TrySplit(const LocalSolid& solid, const MeshPlace& place, co
                              SurveyFinding& finding) const {
   const SettleGoal goal{PlanesUnder(solid, from, m_limits.exact), kReach * m_limits.spacing,
                         m_limits.exact};
-  double enough = std::max(m_limits.tolerance, kGain * std::abs(HowFarOff(solid, from).distance));
+  double enough = std::max(m_limits.tolerance, kGain * std::abs(solid.HowFarOff(from).distance));
   for (const std::optional<Vec3>& at :
        {SettleAlong(solid, from, Outward(place), goal), SettlePoint(solid, from, goal)}) {
     if (!at) continue;
@@ -198,7 +195,7 @@ Vec3 SurfaceSurvey::WorstAlong(const LocalSolid& solid, Index half) const {
   double most = -1;
   for (int i = 1; i <= kSamples; ++i) {
     const Vec3 point = Along(half, static_cast<double>(i) / (kSamples + 1));
-    const double off = std::abs(HowFarOff(solid, point).distance);
+    const double off = std::abs(solid.HowFarOff(point).distance);
     if (off <= most) continue;
     most = off;
     worst = point;
@@ -230,8 +227,8 @@ double SurfaceSurvey::WorstAfter(const LocalSolid& solid, const MeshPlace& place
 double SurfaceSurvey::WorstBeside(const LocalSolid& solid, Index half, const Vec3& at) const {
   const Vec3& from = m_mesh.At(m_mesh.Origin(half));
   const Vec3& to = m_mesh.At(m_mesh.Target(half));
-  return std::max(std::abs(HowFarOff(solid, (from + at) / 2).distance),
-                  std::abs(HowFarOff(solid, (from + to + at) / 3).distance));
+  return std::max(std::abs(solid.HowFarOff((from + at) / 2).distance),
+                  std::abs(solid.HowFarOff((from + to + at) / 3).distance));
 }
 
 bool SurfaceSurvey::MaySplitFacet(Index facet, const Vec3& at) const {
@@ -255,7 +252,7 @@ bool SurfaceSurvey::MaySplitSide(Index half, const Vec3& at) const {
 std::optional<std::uint8_t> SurfaceSurvey::BetterColour(const LocalSolid& solid,
                                                         const OffSurface& off, const Vec3& middle,
                                                         Index facet) const {
-  const std::uint8_t colour = m_makers.ColourOf(off.nearest.maker);
+  const std::uint8_t colour = m_solid.Makers().ColourOf(off.maker);
   const std::uint8_t own = m_mesh.Colour(facet);
   if (own == colour || solid.HasColourNear(middle, own, m_limits.tolerance)) return std::nullopt;
   return colour;

@@ -7,9 +7,9 @@
 #include <span>
 #include <vector>
 
+#include "kernel/sweep/ExactSolid.h"
 #include "kernel/sweep/HalfEdgeMesh.h"
 #include "kernel/sweep/SettlePoint.h"
-#include "kernel/sweep/SurfaceBlocks.h"
 
 namespace kernel {
 
@@ -17,6 +17,8 @@ struct SettleLimits {
   double tolerance = 0;  // of the surface
   double exact = 0;      // closer than this is on it
   double spacing = 0;    // of the rays
+  // Each round halves what is off at the least; what has not settled by then never does.
+  int rounds = 6;
 };
 
 // A vertex, an edge (one of its half edges) or a facet, by number.
@@ -42,9 +44,8 @@ struct SurveyFinding {
 // change between two surveys.
 class SurfaceSurvey {
  public:
-  SurfaceSurvey(const HalfEdgeMesh& mesh, const SurfaceMakers& makers, const SurfaceBlocks& blocks,
-                const SettleLimits& limits)
-      : m_mesh(mesh), m_makers(makers), m_blocks(blocks), m_limits(limits) {}
+  SurfaceSurvey(const HalfEdgeMesh& mesh, const ExactSolid& solid, const SettleLimits& limits)
+      : m_mesh(mesh), m_solid(solid), m_limits(limits) {}
 
   // Those of the places that are off or have a colour that nothing near them has, in ascending
   // order. For an edge or facet that is off, `settled` makes its surroundings better, or there is
@@ -75,8 +76,7 @@ class SurfaceSurvey {
                                            const Vec3& middle, Index facet) const;
 
   const HalfEdgeMesh& m_mesh;
-  const SurfaceMakers& m_makers;
-  const SurfaceBlocks& m_blocks;
+  const ExactSolid& m_solid;
   SettleLimits m_limits;
 };
 

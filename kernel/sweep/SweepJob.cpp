@@ -13,6 +13,7 @@
 #include "kernel/common/RunAside.h"
 #include "kernel/common/Workers.h"
 #include "kernel/sweep/CompressSurface.h"
+#include "kernel/sweep/CutMakers.h"
 #include "kernel/sweep/MeshModel.h"
 #include "kernel/sweep/MoveBoxes.h"
 #include "kernel/sweep/PathMoves.h"
@@ -21,7 +22,6 @@
 #include "kernel/sweep/RaySpacing.h"
 #include "kernel/sweep/StockRaster.h"
 #include "kernel/sweep/SubtractMoves.h"
-#include "kernel/sweep/SurfaceMakers.h"
 
 namespace kernel {
 namespace {
@@ -138,7 +138,7 @@ CutMesh CutStock(const PreparedStock& stock, const PathMoves& moves, Reporter& r
   }
   const StockSurface surface(stock.mesh, overlapping);
   return CompressCut(
-      MeshModel(model, SurfaceMakers(surface, moves), stock.box, spacing.tolerance, reporter),
+      MeshModel(model, CutMakers(surface, moves), stock.box, spacing.tolerance, reporter),
       compression, stock.box.Diagonal(), reporter);
 }
 
