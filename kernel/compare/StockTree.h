@@ -35,6 +35,9 @@ class StockTree {
   // above what rounding does to the coordinates.
   bool ComesWithin(const Corners& triangle, double limit) const;
 
+  std::size_t SlotCount() const { return m_frames.size(); }
+  // The mesh's facet in a slot.
+  std::uint32_t FacetOf(std::uint32_t slot) const { return m_boxes.Facets()[slot]; }
   const TriangleFrame& FrameOf(std::uint32_t slot) const { return m_frames[slot]; }
   const Corners& CornersOf(std::uint32_t slot) const { return m_corners[slot]; }
 
