@@ -241,6 +241,14 @@ TEST_F(SweepTest, StockThatDoesNotLoadIsNotRunAndTheOldOutputIsGone) {
   EXPECT_TRUE(std::filesystem::exists(InKeep("Job1_TmpSaveInputStock.iff")));
 }
 
+TEST_F(SweepTest, StockThatDoesNotLoadAndAnOldOutputThatStaysAreASuccess) {
+  support::WriteWholeFile(InJob("StockModelInput.tmp"), "binary surface, but no more");
+  WriteStaleOutput();
+  host.faults.FailCall("remove", 1);
+  EXPECT_TRUE(Sweep());
+  EXPECT_TRUE(HasStaleOutput());
+}
+
 TEST_F(SweepTest, OldOutputThatCannotBeRemovedIsOverwritten) {
   WriteStaleOutput();
   host.faults.FailCall("remove", 1);
