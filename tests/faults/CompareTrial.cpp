@@ -88,12 +88,6 @@ class CompareTrial : public Trial {
     }
   }
 
-  void PutInputs() override {
-    Put("PartFileToCompare.iff", support::BinarySurfaceBytes(support::Cube(3, 1)));
-    Put("StockModelOutput.tmp", support::BinarySurfaceBytes(support::Cube(4, 5)));
-    Put("TmpCompareInfo.tmp", support::CompareInfoBytes(support::TwoBands()));
-  }
-
   std::unique_ptr<Model> ModelFor(const World& before, const Injection& injection,
                                   const Counted& counted) const override {
     return std::make_unique<CompareModel>(
@@ -102,6 +96,12 @@ class CompareTrial : public Trial {
   }
 
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    return {{"PartFileToCompare.iff", support::BinarySurfaceBytes(support::Cube(3, 1))},
+            {"StockModelOutput.tmp", support::BinarySurfaceBytes(support::Cube(4, 5))},
+            {"TmpCompareInfo.tmp", support::CompareInfoBytes(support::TwoBands())}};
+  }
+
   void Export() override {
     bool succeeded = true;
     CString workDir = WorkDir();

@@ -60,14 +60,16 @@ class CompressTrial : public Trial {
  public:
   CompressTrial() { Put("out.iff", "what an earlier job left"); }
 
-  void PutInputs() override { Put(kInput, support::BinarySurfaceBytes(support::Cube(4, 7))); }
-
   std::unique_ptr<Model> ModelFor(const World& before, const Injection& injection,
                                   const Counted& counted) const override {
     return std::make_unique<CompressModel>(before, injection, counted);
   }
 
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    return {{kInput, support::BinarySurfaceBytes(support::Cube(4, 7))}};
+  }
+
   void Export() override {
     bool succeeded = true;
     CString workDir = WorkDir();

@@ -66,48 +66,50 @@ class FaultsTest : public ::testing::TestWithParam<Operation> {
  protected:
   std::unique_ptr<Trial> Make() const { return GetParam().make(); }
 
-  /// The kernel's calls that report, found in a run in which none does.
-  void FindReportingCalls() {
+  /// Runs a job in which nothing reports and nothing goes wrong: which of the kernel's calls are to
+  /// report, and what there is before a run.
+  void LookAtJob() {
     const std::unique_ptr<Trial> trial = Make();
-    trial->PutInputs();
+    m_before = trial->PutInputs(trial->Now());
     trial->Run({}, {});
     m_reporting = faults::ReportingCalls(trial->KernelCalls());
   }
 
-  /// Runs the trial and returns what tells its outcome from the model's.
-  std::string RunAgainstModel(Trial& trial, const Injection& injection) {
-    trial.PutInputs();
-    const std::unique_ptr<Model> model = trial.ModelFor(trial.Now(), injection, m_counted);
-    const World expected = model->Run();
+  /// Runs the trial in the world that is there and returns what tells the outcome from the model's.
+  std::string RunAgainstModel(Trial& trial, const World& before, const Injection& injection) {
     trial.Run(injection, m_reporting);
-    const World actual = trial.Now();
-    m_leftovers.insert(actual.streams.begin(), actual.streams.end());
-    if (actual.blocks > 0) m_leftovers.insert(kHandles);
-    return faults::Differences(expected, actual);
+    m_after = trial.Now();
+    m_leftovers.insert(m_after.streams.begin(), m_after.streams.end());
+    if (m_after.blocks > 0) m_leftovers.insert(kHandles);
+    return faults::Differences(trial.ModelFor(before, injection, m_counted)->Run(), m_after);
   }
 
   std::string Inject(const Injection& injection) {
     const std::unique_ptr<Trial> trial = Make();
-    const std::string differences = RunAgainstModel(*trial, injection);
+    trial->PutInputs({});
+    const std::string differences = RunAgainstModel(*trial, m_before, injection);
     trial->GoHome();
-    const std::string afterwards = RunAgainstModel(*trial, {});
+    m_after.isAtHome = true;
+    m_after.blocks = 0;
+    const std::string afterwards = RunAgainstModel(*trial, trial->PutInputs(m_after), {});
     return differences + (afterwards.empty() ? "" : "in the next run:\n" + afterwards);
   }
 
+  World m_before;
+  World m_after;
   std::vector<int> m_reporting;
   faults::Counted m_counted;
   std::set<std::string> m_leftovers;
 };
 
 TEST_P(FaultsTest, EveryCallGoingWrongInTurnLeavesWhatIsPromisedAndTheNextRunWorks) {
-  FindReportingCalls();
+  LookAtJob();
   {
     const std::unique_ptr<Trial> trial = Make();
-    trial->PutInputs();
-    const World before = trial->Now();
+    trial->PutInputs({});
     trial->Run({}, m_reporting);
     m_counted = trial->Calls();
-    const std::unique_ptr<Model> model = trial->ModelFor(before, {}, m_counted);
+    const std::unique_ptr<Model> model = trial->ModelFor(m_before, {}, m_counted);
     ASSERT_EQ(faults::Differences(model->Run(), trial->Now()), "");
     ASSERT_EQ(WithoutTexts(m_counted), model->Calls()) << "what is asked for, in this order";
   }

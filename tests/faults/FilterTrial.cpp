@@ -174,14 +174,16 @@ class FilterTrial : public Trial {
  public:
   FilterTrial() { Put("out.iff", "what an earlier job left"); }
 
-  void PutInputs() override { Put("in.iff", support::BinarySurfaceBytes(Mesh())); }
-
   std::unique_ptr<Model> ModelFor(const World& before, const Injection& injection,
                                   const Counted& counted) const override {
     return std::make_unique<FilterModel>(before, injection, counted);
   }
 
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    return {{"in.iff", support::BinarySurfaceBytes(Mesh())}};
+  }
+
   void Export() override {
     bool succeeded = true;
     std::string input = Named("in.iff");

@@ -39,14 +39,16 @@ class HealTrial : public Trial {
  public:
   HealTrial() { Put("out.iff", "what an earlier job left"); }
 
-  void PutInputs() override { Put("in.iff", support::BinarySurfaceBytes(support::Cube(4, 7))); }
-
   std::unique_ptr<Model> ModelFor(const World& before, const Injection& injection,
                                   const Counted& counted) const override {
     return std::make_unique<HealModel>(before, injection, counted);
   }
 
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    return {{"in.iff", support::BinarySurfaceBytes(support::Cube(4, 7))}};
+  }
+
   void Work(const std::string& kernelCall) override {
     if (kernelCall == "heal.Run") Put("out.iff", kHalf);
     if (kernelCall == "heal.Run ends") Put("out.iff", kWhole);

@@ -126,12 +126,12 @@ class OutlineTrial : public Trial {
     Put("out.tmp", "what an earlier job left");
   }
 
-  void PutInputs() override {
-    Put("in.iff", support::BinarySurfaceBytes(support::Cube(4, 7)));
-    m_box = kBox;
-  }
-
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    return {{"in.iff", support::BinarySurfaceBytes(support::Cube(4, 7))}};
+  }
+  std::array<double, 6> Box() const override { return kBox; }
+
   double* BoxMin() { return m_box.data(); }
   double* BoxMax() { return m_box.data() + 3; }
 
@@ -141,20 +141,19 @@ class OutlineTrial : public Trial {
 
 class SilhouetteTrial : public OutlineTrial {
  public:
-  void PutInputs() override {
-    OutlineTrial::PutInputs();
-    support::Surface surface;
-    for (int i = 0; i < 2100; ++i) surface.vertices.push_back({0.25 * i, 1.5, -0.125 * i});
-    surface.facets = {{{1, 2, 3}, 7}};
-    Put("in.iff", support::BinarySurfaceBytes(surface));
-  }
-
   std::unique_ptr<Model> ModelFor(const World& before, const Injection& injection,
                                   const Counted& counted) const override {
     return std::make_unique<SilhouetteModel>(before, injection, counted);
   }
 
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    support::Surface surface;
+    for (int i = 0; i < 2100; ++i) surface.vertices.push_back({0.25 * i, 1.5, -0.125 * i});
+    surface.facets = {{{1, 2, 3}, 7}};
+    return {{"in.iff", support::BinarySurfaceBytes(surface)}};
+  }
+
   void Work(const std::string& kernelCall) override {
     if (kernelCall == "silhouette.Run") Put("out.tmp", support::CurveFileHeader(1));
     if (kernelCall == "silhouette.Run ends") Put("out.tmp", CurvesFile());

@@ -144,20 +144,22 @@ class SweepTrial : public Trial {
     support::WriteWholeFile(InKeep("Job1_TmpSaveOutputStock.iff"), "an earlier copy");
   }
 
-  void PutInputs() override {
-    int number = 0;
-    for (const support::Path& path : Paths()) {
-      Put("TmpPathInfo" + std::to_string(number++) + ".tmp", support::PathInfoBytes(path));
-    }
-    Put("StockModelInput.tmp", support::BinarySurfaceBytes(support::Cube(4, 7)));
-  }
-
   std::unique_ptr<Model> ModelFor(const World& before, const Injection& injection,
                                   const Counted& counted) const override {
     return std::make_unique<SweepModel>(before, injection, counted);
   }
 
  protected:
+  std::map<std::string, std::string> Inputs() const override {
+    std::map<std::string, std::string> inputs;
+    int number = 0;
+    for (const support::Path& path : Paths()) {
+      inputs["TmpPathInfo" + std::to_string(number++) + ".tmp"] = support::PathInfoBytes(path);
+    }
+    inputs["StockModelInput.tmp"] = support::BinarySurfaceBytes(support::Cube(4, 7));
+    return inputs;
+  }
+
   void Export() override {
     bool succeeded = true;
     CString workDir = WorkDir();

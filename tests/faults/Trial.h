@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <new>
 #include <optional>
@@ -25,8 +26,9 @@ class Trial : public support::JobTest {
   Trial();
   ~Trial() override = default;
 
-  /// Has the host write its inputs.
-  virtual void PutInputs() = 0;
+  /// Has the host write its inputs where they are not in `now`, the world as it is, and put the box
+  /// back; returns the world with them.
+  World PutInputs(World now);
 
   /// Calls the export. The kernel reports in those of its calls that are named by number.
   void Run(const Injection& injection, const std::vector<int>& reportingCalls);
@@ -63,6 +65,9 @@ class Trial : public support::JobTest {
     m_flag = static_cast<int>(*flag);
   }
 
+  /// The inputs, whole, by their names.
+  virtual std::map<std::string, std::string> Inputs() const = 0;
+  virtual std::array<double, 6> Box() const { return {}; }
   /// What the kernel has done up to one of its calls.
   virtual void Work(const std::string& /*kernelCall*/) {}
 

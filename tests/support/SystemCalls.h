@@ -48,12 +48,20 @@ BOOL ObserveCopyFile(Real real, const char* from, const char* to, BOOL failIfExi
   return done;
 }
 
+// Whether a real seek is under way: some libraries make it of fgetpos and fsetpos, which are then
+// nobody's calls.
+inline bool g_isSeeking = false;
+
 template <typename Real, typename Offset>
 int ObserveSeek(Real real, FILE* stream, Offset offset, int origin) {
   TestHost* host = CurrentTestHost();
   if (host == nullptr) return real(stream, offset, origin);
   host->faults.NoteSeek();
-  return host->faults.Enter("fseek") ? -1 : real(stream, offset, origin);
+  if (host->faults.Enter("fseek")) return -1;
+  g_isSeeking = true;
+  const int result = real(stream, offset, origin);
+  g_isSeeking = false;
+  return result;
 }
 
 template <typename Real>

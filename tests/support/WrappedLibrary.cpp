@@ -69,11 +69,11 @@ int __wrap_fseek(FILE* stream, long offset, int origin) {
 }
 
 int __wrap_fgetpos(FILE* stream, fpos_t* place) {
-  return MustFail("fgetpos") ? -1 : __real_fgetpos(stream, place);
+  return !support::g_isSeeking && MustFail("fgetpos") ? -1 : __real_fgetpos(stream, place);
 }
 
 int __wrap_fsetpos(FILE* stream, const fpos_t* place) {
-  return MustFail("fsetpos") ? -1 : __real_fsetpos(stream, place);
+  return !support::g_isSeeking && MustFail("fsetpos") ? -1 : __real_fsetpos(stream, place);
 }
 
 int __wrap_remove(const char* path) {
