@@ -22,18 +22,18 @@ def take_terminal():
 
 
 @unittest.skipIf(WINDOWS, "no key reaches a program under the emulator from a terminal of ours")
-class CancelHeal(SystemTest):
+class CancelTest(SystemTest):
     def setUp(self):
         super().setUp()
         self.use_own_temporary_directory()
         self.source = self.file("torus.iff")
-        # A second's work or more is left when the first percentage appears.
-        job_files.write_holed_torus(self.source, 1000, 700, 97)
-        self.out = self.file("out.iff")
-        with open(self.out, "wb") as file:
+        self.out = self.file("out")
+        with open(self.out + ".iff", "wb") as file:
+            file.write(b"of an earlier run")
+        with open(self.out + ".curves", "wb") as file:
             file.write(b"of an earlier run")
 
-    def heal_and_press(self, key):
+    def run_and_press(self, key, *arguments):
         """The exit code, the report, what appeared on the terminal, and its mode before and
         after."""
         master, slave = pty.openpty()
@@ -42,9 +42,7 @@ class CancelHeal(SystemTest):
         mode_before = termios.tcgetattr(slave)
         with tempfile.TemporaryFile() as out:
             process = subprocess.Popen(
-                [os.path.join(BIN, EXECUTABLE), "--json", "heal", self.source, self.out,
-                 "--tolerance", "0.0001"],
-                env=self.environment, stdin=slave, stdout=out, stderr=slave,
+                [os.path.join(BIN, EXECUTABLE), "--json", *arguments], env=self.environment, stdin=slave, stdout=out, stderr=slave,
                 start_new_session=True, preexec_fn=take_terminal)
             shown = b""
             while b"%" not in shown:
@@ -60,23 +58,54 @@ class CancelHeal(SystemTest):
         self.assertEqual(termios.tcgetattr(slave), mode_before)
         return code, report, shown.decode()
 
-    def assert_stopped(self, key):
+    def assert_stopped(self, key, flag, caption, *arguments):
         before = self.contents(self.folder)
-        code, report, shown = self.heal_and_press(key)
+        code, report, shown = self.run_and_press(key, *arguments)
         self.assertEqual(code, 3)
         self.assertIs(report["cancelled"], True)
-        self.assertIs(report["flag"], False)
+        self.assertIs(report["flag"], flag)
         self.assertEqual(report["reason"], "stopped by the user")
         self.assertEqual(report["files_written"], [])
         self.assertNotIn("facets_out", report)
-        self.assertIn("Healing", shown)
+        self.assertNotIn("curves", report)
+        self.assertIn(caption, shown)
         # The message takes the place of the bar.
         self.assertTrue(shown.endswith("\r\x1b[Kqzhost: stopped by the user\r\n"), shown)
         self.assertEqual(self.contents(self.folder), before)
         self.assert_nothing_temporary_is_left()
 
+
+class CancelHeal(CancelTest):
+    def setUp(self):
+        super().setUp()
+        # A second's work or more is left when the first percentage appears.
+        job_files.write_holed_torus(self.source, 1000, 700, 97)
+        self.arguments = ("heal", self.source, self.out + ".iff", "--tolerance", "0.0001")
+
     def test_escape_stops_it_and_the_older_file_stays(self):
-        self.assert_stopped(ESCAPE)
+        self.assert_stopped(ESCAPE, False, "Healing", *self.arguments)
 
     def test_control_c_stops_it_and_the_older_file_stays(self):
-        self.assert_stopped(CONTROL_C)
+        self.assert_stopped(CONTROL_C, False, "Healing", *self.arguments)
+
+
+class CancelOutlinesAndOffset(CancelTest):
+    """The flag of the last two is true when the stop comes once the surface has been loaded."""
+
+    def write_torus(self, count, count_around):
+        job_files.write_holed_torus(self.source, count, count_around, count * count_around + 1)
+
+    def test_silhouette(self):
+        self.write_torus(700, 500)
+        self.assert_stopped(ESCAPE, False, "Tracing", "silhouette", self.source,
+                            self.out + ".curves", "--distance", "0")
+
+    def test_spun_outline(self):
+        self.write_torus(300, 300)
+        self.assert_stopped(CONTROL_C, True, "Tracing", "spin-silhouette", self.source,
+                            self.out + ".curves", "--distance", "0.0001")
+
+    def test_offset(self):
+        self.write_torus(150, 100)
+        self.assert_stopped(ESCAPE, True, "Offsetting", "offset", self.source, self.out + ".iff",
+                            "--distance", "0.3", "--angle", "1")
