@@ -11,7 +11,7 @@ namespace {
 constexpr int kTotal = 1000;
 constexpr int kPollCounts = 31;  // a rise of more than 3 points
 constexpr std::chrono::milliseconds kPollInterval{300};
-constexpr std::chrono::milliseconds kCountInterval{90};
+constexpr std::chrono::milliseconds kCountInterval{75};
 
 }  // namespace
 

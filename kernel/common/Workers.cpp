@@ -12,7 +12,7 @@
 namespace kernel {
 namespace {
 
-constexpr std::chrono::milliseconds kWatchInterval{50};
+constexpr std::chrono::milliseconds kWatchInterval{25};
 
 std::atomic<unsigned> workerLimit{0};
 
