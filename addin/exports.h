@@ -43,7 +43,7 @@ void qztutl_heal(double tolerance, char* inputFile, char* outputFile, bool* succ
 // caller's geometry; box and input file are moved during the run when they lie far from the origin
 // or need scaling, and moved back, which may leave the last bits different. `*result` is 0 until
 // the kernel has run; it says little of the output (see the runners in curves/). What passes
-// through leaves it 0 and box and input where they are then.
+// through the run leaves it 0, and box and input where they are then.
 
 /// The silhouette of a binary surface file along Z, as a file of curves in the tree variant.
 /// Relative names are looked for in the host's temporary directory. 0 means that the user stopped
