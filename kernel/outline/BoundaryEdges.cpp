@@ -10,6 +10,7 @@ namespace kernel {
 namespace {
 
 using Number = std::uint32_t;
+constexpr Number kTellInterval = 1024;  // edges
 
 // Orders edges that cross one upright line and do not cross each other; finds points among them.
 struct IsBelow {
@@ -38,8 +39,9 @@ struct IsBelow {
 
 class LineSweep {
  public:
-  explicit LineSweep(const std::vector<PlaneEdge>& edges)
+  LineSweep(const std::vector<PlaneEdge>& edges, const std::function<void()>& tell)
       : m_edges(edges),
+        m_tell(tell),
         m_line(IsBelow{&edges}),
         m_places(edges.size()),
         m_above(edges.size()),
@@ -53,7 +55,11 @@ class LineSweep {
 
   std::optional<std::vector<PlaneEdge>> Run() {
     // Edges come sorted by their first points.
-    for (Number begin = 0; begin < m_edges.size();) {
+    for (Number begin = 0, told = 0; begin < m_edges.size();) {
+      if (begin >= told) {
+        m_tell();
+        told = begin + kTellInterval;
+      }
       const Point2& point = m_edges[begin].from;
       Number end = begin + 1;
       while (end < m_edges.size() && SamePoint(m_edges[end].from, point)) ++end;
@@ -119,6 +125,7 @@ class LineSweep {
   }
 
   const std::vector<PlaneEdge>& m_edges;
+  const std::function<void()>& m_tell;
   Line m_line;
   std::vector<Line::iterator> m_places;
   std::vector<Winding> m_above;
@@ -129,8 +136,9 @@ class LineSweep {
 
 }  // namespace
 
-std::optional<std::vector<PlaneEdge>> BoundaryEdges(const std::vector<PlaneEdge>& edges) {
-  return LineSweep(edges).Run();
+std::optional<std::vector<PlaneEdge>> BoundaryEdges(const std::vector<PlaneEdge>& edges,
+                                                    const std::function<void()>& tell) {
+  return LineSweep(edges, tell).Run();
 }
 
 }  // namespace kernel

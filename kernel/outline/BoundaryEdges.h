@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -14,6 +15,9 @@ namespace kernel {
 // Method: a line swept along x keeps the edges that it crosses in order; what is wound around the
 // lowest place between two of them is carried upwards. Edges that meet are neighbours in the line
 // before it comes to where they do: Shamos and Hoey, "Geometric intersection problems" (1976).
-std::optional<std::vector<PlaneEdge>> BoundaryEdges(const std::vector<PlaneEdge>& edges);
+//
+// `tell` is called now and then; what it throws passes on.
+std::optional<std::vector<PlaneEdge>> BoundaryEdges(const std::vector<PlaneEdge>& edges,
+                                                    const std::function<void()>& tell);
 
 }  // namespace kernel

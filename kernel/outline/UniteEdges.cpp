@@ -75,8 +75,7 @@ class GroupUniter {
 std::vector<PlaneEdge> UniteEdges(std::vector<PlaneEdge> edges, const std::function<void()>& tell) {
   JoinEqualEdges(edges);
   for (int round = 0; round <= kMostRounds; ++round) {
-    tell();
-    if (auto boundary = BoundaryEdges(edges)) return std::move(*boundary);
+    if (auto boundary = BoundaryEdges(edges, tell)) return std::move(*boundary);
     SnapEdges(edges, tell);
   }
   throw FatalError("the outline's edges cannot be parted");

@@ -64,11 +64,11 @@ std::vector<Loop> Silhouette(const formats::Mesh& mesh, const Box3& box, double 
   const PlaneGrid grid({box.low.x, box.low.y}, {box.high.x, box.high.y});
   const std::vector<Point2> originals = SeenFromAbove(mesh);
   std::vector<PlaneEdge> edges;
-  RunStage(progress, "Preparing edges", [&](const auto&) {
+  RunStage(progress, "Preparing edges", [&](const auto& tell) {
     std::vector<Point2> points;
     points.reserve(originals.size());
     for (const Point2& original : originals) points.push_back(grid.Snap(original));
-    edges = ShadowEdges(mesh, points);
+    edges = ShadowEdges(mesh, points, tell);
   });
   std::vector<Loop> loops;
   RunStage(progress, "Generating outline", [&](const auto& tell) {
