@@ -75,7 +75,7 @@ void PrintAnswers(const char* name, const std::function<bool(CountTimes&)>& run)
   CountTimes whole;
   if (!run(whole)) return;
   double longest = 0;
-  const long step = std::max(1L, whole.counts / 40);
+  const long step = std::max(1L, whole.counts / 8);
   for (long k = 1; k <= whole.counts; k += step) {
     CountTimes times;
     times.stopAt = k;
@@ -139,7 +139,7 @@ int main(int argc, char** argv) {
   formats::WriteBinarySurface(fine, Blob(1000));
   PrintAnswers("Silhouette, 1998000 facets",
                [&](CountTimes& times) { return Silhouette(fine, output, times); });
-  PrintAnswers("Spin, ball of 101760 jittered facets",
-               [&](CountTimes& times) { return Spin(many, ball, times); });
+  PrintAnswers("Spin, ball of 25280 jittered facets",
+               [&](CountTimes& times) { return Spin(some, ball, times); });
   return EXIT_SUCCESS;
 }
