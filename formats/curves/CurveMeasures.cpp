@@ -49,10 +49,8 @@ CurvesMeasures MeasureCurves(const Curves& curves) {
     all.curves.push_back(MeasureCurve(curves, curve));
     all.length += all.curves.back().length;
     all.pointsInCurves += curve.points.size();
-    for (const std::int32_t point : curve.points) {
-      Include(all.box, curves.points[static_cast<std::size_t>(point)]);
-    }
   }
+  all.box = BoxOf(curves);
   all.nonFinitePoints =
       static_cast<std::size_t>(std::count_if(curves.points.begin(), curves.points.end(),
                                              [](const Point& point) { return !IsFinite(point); }));
@@ -62,6 +60,16 @@ CurvesMeasures MeasureCurves(const Curves& curves) {
     all.area += curve.IsHole() ? -std::abs(curve.area) : std::abs(curve.area);
   }
   return all;
+}
+
+std::optional<Box> BoxOf(const Curves& curves) {
+  std::optional<Box> box;
+  for (const Curve& curve : curves.curves) {
+    for (const std::int32_t point : curve.points) {
+      Include(box, curves.points[static_cast<std::size_t>(point)]);
+    }
+  }
+  return box;
 }
 
 }  // namespace formats

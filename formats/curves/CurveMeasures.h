@@ -33,4 +33,7 @@ struct CurvesMeasures {
 // as outside all others. Time n log n.
 CurvesMeasures MeasureCurves(const Curves& curves);
 
+// The box alone, as above.
+std::optional<Box> BoxOf(const Curves& curves);
+
 }  // namespace formats

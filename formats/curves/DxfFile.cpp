@@ -63,7 +63,7 @@ void WriteHeader(Groups& groups, const Curves& curves) {
   groups.BeginSection("HEADER");
   groups.Add(9, "$ACADVER");
   groups.Add(1, "AC1009");
-  if (const std::optional<Box> box = MeasureCurves(curves).box) {
+  if (const std::optional<Box> box = BoxOf(curves)) {
     groups.Variable("$EXTMIN", box->lower);
     groups.Variable("$EXTMAX", box->upper);
   }

@@ -22,7 +22,7 @@ struct View {
 
 View ViewOf(const Curves& curves) {
   View view;
-  const std::optional<Box> box = MeasureCurves(curves).box;
+  const std::optional<Box> box = BoxOf(curves);
   if (box) {
     view.left = box->lower[0];
     view.top = 0 - box->upper[1];

@@ -3,12 +3,21 @@
 #include <algorithm>
 
 #include "formats/FileError.h"
-#include "formats/curves/CurveMeasures.h"
 #include "formats/curves/CurvesFile.h"
 #include "host/files/MeshOutput.h"
 #include "host/files/StagedFile.h"
 
 namespace host {
+
+namespace {
+
+std::size_t CountPoints(const formats::Curves& curves) {
+  std::size_t points = 0;
+  for (const formats::Curve& curve : curves.curves) points += curve.points.size();
+  return points;
+}
+
+}  // namespace
 
 CurvesConversion ConvertCurves(const std::string& input, const std::string& output,
                                formats::DrawingUnit unit) {
@@ -20,8 +29,8 @@ CurvesConversion ConvertCurves(const std::string& input, const std::string& outp
   staged.Write(
       [&](const std::string& path) { formats::WriteDrawing(path, curves, *format, unit); });
   staged.PutInPlace();
-  return {curves.variant, *format, curves.curves.size(),
-          formats::MeasureCurves(curves).pointsInCurves, LosesHeights(curves, *format)};
+  return {curves.variant, *format, curves.curves.size(), CountPoints(curves),
+          LosesHeights(curves, *format)};
 }
 
 bool LosesHeights(const formats::Curves& curves, formats::DrawingFormat format) {
