@@ -63,6 +63,13 @@ class Offset(SystemTest):
         self.assertEqual((run.code, run.err), (0, ""))
         self.assertAlmostEqual(run.object()["volume_out"], (SIDE - 4)**3, delta=1e-6)
 
+    def test_solid_of_which_nothing_is_left_is_an_empty_surface(self):
+        run = self.offset(self.box, "-6")
+        self.assertEqual((run.code, run.err), (0, ""))
+        self.assertEqual(run.object()["facets_out"], 0)
+        self.assertEqual(len(run.object()["warnings"]), 1)
+        self.assertEqual(job_files.read_surface(self.out), ([], [], []))
+
     def test_far_away_is_the_same_moved_and_leaves_the_input_alone(self):
         far = self.file("far.iff")
         low = (40000, -3000, 800)
