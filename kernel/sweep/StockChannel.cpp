@@ -20,6 +20,7 @@ std::uintptr_t VertexOf(void* handle) { return reinterpret_cast<std::uintptr_t>(
 
 int StockChannel::Reset() {
   m_mesh = StockMesh();
+  m_isIncomplete = false;
   return 0;
 }
 
@@ -28,6 +29,7 @@ void* StockChannel::AddVertex(const double* xyz) {
   try {
     m_mesh.vertices.push_back({xyz[0], xyz[1], xyz[2]});
   } catch (const std::bad_alloc&) {
+    m_isIncomplete = true;
     return nullptr;
   }
   return HandleOf(m_mesh.vertices.size() - 1);
@@ -44,9 +46,15 @@ void* StockChannel::AddTriangle(void* a, void* b, void* c, char colour) {
   try {
     m_mesh.facets.push_back(facet);
   } catch (const std::bad_alloc&) {
+    m_isIncomplete = true;
     return nullptr;
   }
   return this;
+}
+
+const StockMesh& StockChannel::Mesh() const {
+  if (m_isIncomplete) throw std::bad_alloc();
+  return m_mesh;
 }
 
 }  // namespace kernel
