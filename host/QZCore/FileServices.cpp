@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "host/QZCore/HostControl.h"
@@ -12,6 +13,11 @@ OpenStreams& Streams() {
   static OpenStreams streams;
   return streams;
 }
+
+struct CloseStdFile {
+  void operator()(FILE* stream) const { std::fclose(stream); }
+};
+using StdFile = std::unique_ptr<FILE, CloseStdFile>;
 
 bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 
@@ -34,9 +40,10 @@ std::string Join(const char* directory, const char* name) {
 
 FILE* m_fopen(const char* sourceUnit, int line, const char* path, const char* mode) {
   if (path == nullptr || mode == nullptr) return nullptr;
-  FILE* stream = OpenStdFile(path, mode);
-  if (stream != nullptr) Streams().Add(stream, sourceUnit, line, path, mode);
-  return stream;
+  StdFile stream(OpenStdFile(path, mode));
+  // One that cannot be remembered for want of memory is not left open.
+  if (stream != nullptr) Streams().Add(stream.get(), sourceUnit, line, path, mode);
+  return stream.release();
 }
 
 FILE* m_fopen_hl(const char* sourceUnit, int line, const char* directory, const char* name,
