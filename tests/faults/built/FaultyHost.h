@@ -1,0 +1,37 @@
+#pragma once
+
+#include "MfcApi.h"
+#include "platform/HostProgress.h"
+
+/// The host's executable and progress object of these tests. While one lives, what the add-in asks
+/// of them is counted, and one of these questions can go wrong.
+class FaultyHost final : public HostProgress {
+ public:
+  enum class Way { kNone, kStops, kThrows };
+
+  FaultyHost();
+  ~FaultyHost();
+  FaultyHost(const FaultyHost&) = delete;
+  FaultyHost& operator=(const FaultyHost&) = delete;
+
+  /// Begins to count anew. The `k`-th question whether to stop is answered with yes, or the `k`-th
+  /// call of any kind throws std::runtime_error.
+  void Begin(Way way, long k);
+
+  /// How many could have gone that way.
+  long Calls(Way way) const { return way == Way::kStops ? m_questions : m_calls; }
+
+  bool LoadMessage(int number, CString* text) override;
+  void ShowProgress(CString* text, int percentage) override;
+  bool IsCancelled() override;
+
+  /// For the executable's functions.
+  void Enter();
+  bool Asked();
+
+ private:
+  Way m_way = Way::kNone;
+  long m_k = 0;
+  long m_calls = 0;
+  long m_questions = 0;
+};
