@@ -15,7 +15,6 @@ constexpr std::size_t kVertices = 3000;
 constexpr std::size_t kFacets = 900;
 constexpr std::size_t kBlockOfFile = 65536;
 constexpr std::size_t kBlockOfChannel = 500;
-constexpr const char* kInput = "job\\in.iff";
 constexpr const char* kOutput = "job\\out.iff";
 constexpr const char* kHeader = "binary surface";
 
