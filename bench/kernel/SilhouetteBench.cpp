@@ -133,6 +133,13 @@ int main(int argc, char** argv) {
   bench.Add("Spin, ball of 101760 jittered facets", [&] { return Spin(many, ball); });
   bench.Add("Spin, ball of 100488 facets in rings", [&] { return Spin(regular, ball); });
   if (!bench.Run(argc, argv)) return EXIT_FAILURE;
+  for (const char* name :
+       {"Silhouette, 99904 facets", "Silhouette, 201612 facets", "Spin, 99904 facets",
+        "Spin, ball of 6240 jittered facets", "Spin, ball of 25280 jittered facets",
+        "Spin, ball of 101760 jittered facets", "Spin, ball of 100488 facets in rings"}) {
+    const double seconds = bench.ProcessorTime(name);
+    if (seconds > 0) std::printf("%s: %.3f s of processor time\n", name, seconds);
+  }
   PrintCurves(output);
   std::printf("the spun outline has %d points\n", curves.points);
   std::printf("the silhouette holds %.0f MiB at most, the spun outline %.0f MiB\n", peak, spinPeak);
