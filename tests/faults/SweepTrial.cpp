@@ -2,7 +2,6 @@
 // text takes several blocks, one of five axes with a custom tool.
 
 #include "addin/exports.h"
-#include "faults/Answer.h"
 #include "faults/StockModel.h"
 #include "faults/Trials.h"
 #include "support/FileBuilder.h"

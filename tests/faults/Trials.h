@@ -14,7 +14,7 @@ std::unique_ptr<Trial> MakeCompareTrialOfAQuietHost();
 std::unique_ptr<Trial> MakeCompressTrial();
 std::unique_ptr<Trial> MakeFilterTrial();
 std::unique_ptr<Trial> MakeHealTrial();
-/// Those that run near the origin: far away, and with so small a distance that they are scaled.
+/// Those that run near the origin, with so small a distance that everything is moved and scaled.
 std::unique_ptr<Trial> MakeSilhouetteTrial();
 std::unique_ptr<Trial> MakeSpinTrial();
 std::unique_ptr<Trial> MakeOffsetTrial();
