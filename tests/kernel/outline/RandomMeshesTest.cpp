@@ -78,7 +78,7 @@ class RandomMeshes : public testing::TestWithParam<MakeMesh> {
 };
 
 TEST_P(RandomMeshes, ShadowIsWhatUprightLinesFind) {
-  for (unsigned seed = 0; seed < 20; ++seed) {
+  for (unsigned seed = 0; seed < 8; ++seed) {
     SCOPED_TRACE(seed);
     const formats::Mesh mesh = GetParam()(seed);
     const SilhouetteResult run = RunSilhouette(mesh);
@@ -92,7 +92,7 @@ TEST_P(RandomMeshes, ShadowIsWhatUprightLinesFind) {
 }
 
 TEST_P(RandomMeshes, SpunOutlineIsWhatUprightLinesFind) {
-  for (unsigned seed = 0; seed < 20; ++seed) {
+  for (unsigned seed = 0; seed < 8; ++seed) {
     SCOPED_TRACE(seed);
     const formats::Mesh mesh = GetParam()(seed);
     const double distance = 1e-3;
@@ -127,7 +127,7 @@ Curves MovedCurves(Curves curves, double factor, const Point& by) {
 constexpr double kUlp = 0x1p-52;
 
 TEST_P(RandomMeshes, ShadowMovesAndScalesWithTheMesh) {
-  for (unsigned seed = 0; seed < 10; ++seed) {
+  for (unsigned seed = 0; seed < 4; ++seed) {
     const formats::Mesh mesh = GetParam()(seed);
     const SilhouetteResult here = RunSilhouette(mesh);
     for (const double factor : {1e-3, 1.0, 1e3}) {
@@ -143,7 +143,7 @@ TEST_P(RandomMeshes, ShadowMovesAndScalesWithTheMesh) {
 // With a little more than the tolerance in force: the pieces of an arc do not depend on the frame
 // but for rounding, so that in fact far less is seen.
 TEST_P(RandomMeshes, SpunOutlineMovesAlongTheAxisAndScalesWithTheMesh) {
-  for (unsigned seed = 0; seed < 10; ++seed) {
+  for (unsigned seed = 0; seed < 4; ++seed) {
     const formats::Mesh mesh = GetParam()(seed);
     const double distance = 1e-3;
     const SpinResult here = RunSpin(mesh, distance);
