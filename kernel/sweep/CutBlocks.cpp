@@ -1,6 +1,5 @@
 #include "kernel/sweep/CutBlocks.h"
 
-#include "kernel/sweep/BlockParts.h"
 #include "kernel/sweep/MoveBoxes.h"
 
 namespace kernel {
@@ -24,7 +23,7 @@ CutBlocks::CutBlocks(const DexelLattice& lattice, const Box3& stockBox, const Cu
   m_facets = Bin(BoxesOf(makers.Stock().Mesh()));
 }
 
-std::unique_ptr<SolidInBlock> CutBlocks::InBlock(std::uint32_t block) const {
+std::unique_ptr<BlockParts> CutBlocks::InBlock(std::uint32_t block) const {
   const Box3& box = m_grid.BoxOf(block);
   return std::make_unique<BlockParts>(m_makers, m_moves.At(block), m_facets.At(block), box,
                                       box.Grown(-m_grid.Margin()));

@@ -1,27 +1,27 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
 #include "kernel/sweep/BlockGrid.h"
-#include "kernel/sweep/CutMakers.h"
-#include "kernel/sweep/ExactSolid.h"
+#include "kernel/sweep/BlockParts.h"
 
 namespace kernel {
 
 // What is left of a stock, by blocks, each with the moves and stock facets that come near it. Keeps
-// a reference to the makers.
-class CutBlocks final : public ExactSolid {
+// a reference to the makers. May be asked on several threads.
+class CutBlocks {
  public:
   // Blocks for all points within two ray spacings of `points`. Runs on all threads.
   CutBlocks(const DexelLattice& lattice, const Box3& stockBox, const CutMakers& makers,
             const std::vector<Vec3>& points);
 
-  const SurfaceMakers& Makers() const override { return m_makers; }
-  std::size_t BlockCount() const override { return m_grid.Count(); }
-  std::uint32_t BlockAt(const Vec3& point) const override { return m_grid.BlockAt(point); }
-  std::unique_ptr<SolidInBlock> InBlock(std::uint32_t block) const override;
+  const SurfaceMakers& Makers() const { return m_makers; }
+  const BlockGrid& Grid() const { return m_grid; }
+  // The exact solid in a block, for one thread.
+  std::unique_ptr<BlockParts> InBlock(std::uint32_t block) const;
 
  private:
   struct Lists {

@@ -56,6 +56,19 @@ int HalfEdgeMesh::Valence(Index vertex) const {
   return valence;
 }
 
+std::vector<HalfEdgeMesh::Index> HalfEdgeMesh::EdgesOf(const std::vector<Index>& facets) const {
+  std::vector<bool> isOne(FacetCount(), false);
+  for (const Index facet : facets) isOne[facet] = true;
+  std::vector<Index> edges;
+  for (const Index facet : facets) {
+    for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
+      const Index twin = Twin(half);
+      if (half < twin || !isOne[twin / 3]) edges.push_back(half);
+    }
+  }
+  return edges;
+}
+
 bool HalfEdgeMesh::CanCollapse(Index half) const {
   const Index target = Target(half);
   const Index left = Target(Next(half));

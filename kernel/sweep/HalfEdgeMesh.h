@@ -36,6 +36,9 @@ class HalfEdgeMesh {
   Index Around(Index half) const { return m_twin[Previous(half)]; }
   std::uint8_t Colour(Index facet) const { return m_mesh.facets[facet].colour; }
 
+  // The edges of the facets, each once, by one of their half edges in those facets.
+  std::vector<Index> EdgesOf(const std::vector<Index>& facets) const;
+
   // Whether the edge's ends may become one: they have no neighbours in common but the two vertices
   // opposite the edge, and neither of these would be left with two facets.
   bool CanCollapse(Index half) const;

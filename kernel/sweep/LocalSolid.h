@@ -45,18 +45,4 @@ class LocalSolid {
   NearestMaker From(Generator maker, const Vec3& point) const;
 };
 
-// The exact solid around one place of a mesh after another. Used by one thread.
-class SolidInBlock {
- public:
-  SolidInBlock() = default;
-  SolidInBlock(const SolidInBlock&) = delete;
-  SolidInBlock& operator=(const SolidInBlock&) = delete;
-  virtual ~SolidInBlock() = default;
-
-  // Good all over the block and for a margin around it.
-  virtual const LocalSolid& Whole() = 0;
-  // At a point and right beside it; may be faster.
-  virtual const LocalSolid& At(const Vec3& point) = 0;
-};
-
 }  // namespace kernel

@@ -13,6 +13,8 @@ using Index = HalfEdgeMesh::Index;
 using Kind = MeshPlace::Kind;
 using Watch = std::function<void(double)>;
 
+// Each round halves what is off at the least; what has not settled by then never does.
+constexpr int kMostRounds = 6;
 // The share of the work that the vertices are, and the first look at edges and facets.
 constexpr double kVerticesDone = 0.2;
 constexpr double kFirstRoundDone = 0.95;
@@ -31,7 +33,7 @@ class Settler {
     due = Refine(due, [&](double share) {
       watch(kVerticesDone + (kFirstRoundDone - kVerticesDone) * share);
     });
-    for (int round = 1; round < m_limits.rounds && !due.empty(); ++round) {
+    for (int round = 1; round < kMostRounds && !due.empty(); ++round) {
       due = Refine(due, [&](double) { watch(kFirstRoundDone); });
     }
     Survey(PlacesOf(due), [&](double) { watch(kFirstRoundDone); });
@@ -74,7 +76,7 @@ class Settler {
   }
 
   bool MoveAlone(Index vertex, const Vec3& to) {
-    if (!MayMove(vertex, to, HalfEdgeMesh::kNone)) return false;
+    if (!MayMove(m_mesh, vertex, to)) return false;
     m_mesh.MoveTo(vertex, to);
     return true;
   }
@@ -86,8 +88,9 @@ class Settler {
       // Another vertex may have taken it meanwhile.
       if (m_mesh.Origin(half) != vertex) continue;
       const Index neighbour = m_mesh.Target(half);
-      if (!m_mesh.CanCollapse(m_mesh.Twin(half)) || !MayMove(vertex, *finding.settled, neighbour) ||
-          !MayMove(neighbour, *finding.settled, vertex)) {
+      if (!m_mesh.CanCollapse(m_mesh.Twin(half)) ||
+          !MayMove(m_mesh, vertex, *finding.settled, neighbour) ||
+          !MayMove(m_mesh, neighbour, *finding.settled, vertex)) {
         continue;
       }
       m_mesh.Collapse(m_mesh.Twin(half));
@@ -97,34 +100,11 @@ class Settler {
     return false;
   }
 
-  // Whether every facet around the vertex, but those that it shares with `merged`, stays sound.
-  bool MayMove(Index vertex, const Vec3& to, Index merged) const {
-    const Vec3& from = m_mesh.At(vertex);
-    Index half = m_mesh.Out(vertex);
-    do {
-      const Index next = m_mesh.Target(half);
-      const Index last = m_mesh.Target(HalfEdgeMesh::Next(half));
-      const Vec3& a = m_mesh.At(next);
-      const Vec3& b = m_mesh.At(last);
-      const bool stays = next != merged && last != merged;
-      if (stays && !IsSoundFacet(to, a, b, Cross(a - from, b - from))) return false;
-      half = m_mesh.Around(half);
-    } while (half != m_mesh.Out(vertex));
-    return true;
-  }
-
   // The facets and their edges, each once.
   std::vector<MeshPlace> PlacesOf(const std::vector<Index>& facets) const {
-    std::vector<bool> isDue(m_mesh.FacetCount(), false);
-    for (const Index facet : facets) isDue[facet] = true;
     std::vector<MeshPlace> places;
-    for (const Index facet : facets) {
-      places.push_back({Kind::kFacet, facet});
-      for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
-        const Index twin = m_mesh.Twin(half);
-        if (half < twin || !isDue[twin / 3]) places.push_back({Kind::kEdge, half});
-      }
-    }
+    for (const Index facet : facets) places.push_back({Kind::kFacet, facet});
+    for (const Index half : m_mesh.EdgesOf(facets)) places.push_back({Kind::kEdge, half});
     return places;
   }
 

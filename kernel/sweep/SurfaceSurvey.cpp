@@ -34,13 +34,13 @@ PlacesByBlock Sorted(const std::vector<MeshPlace>& places, const std::vector<std
   PlacesByBlock sorted;
   sorted.begin.assign(blockCount + 1, 0);
   for (const std::uint32_t block : blocks) {
-    if (block != ExactSolid::kNone) ++sorted.begin[block + 1];
+    if (block != BlockGrid::kNone) ++sorted.begin[block + 1];
   }
   for (std::size_t b = 0; b < blockCount; ++b) sorted.begin[b + 1] += sorted.begin[b];
   std::vector<std::size_t> next(sorted.begin.begin(), sorted.begin.end() - 1);
   sorted.places.resize(sorted.begin.back());
   for (std::size_t i = 0; i < places.size(); ++i) {
-    if (blocks[i] != ExactSolid::kNone) sorted.places[next[blocks[i]]++] = places[i];
+    if (blocks[i] != BlockGrid::kNone) sorted.places[next[blocks[i]]++] = places[i];
   }
   return sorted;
 }
@@ -50,10 +50,11 @@ PlacesByBlock Sorted(const std::vector<MeshPlace>& places, const std::vector<std
 std::vector<SurveyFinding> SurfaceSurvey::Of(const std::vector<MeshPlace>& places,
                                              const std::function<void(double)>& watch) const {
   std::vector<std::uint32_t> blocks(places.size());
-  for (std::size_t i = 0; i < places.size(); ++i) blocks[i] = m_solid.BlockAt(Middle(places[i]));
-  const PlacesByBlock sorted = Sorted(places, blocks, m_solid.BlockCount());
+  for (std::size_t i = 0; i < places.size(); ++i)
+    blocks[i] = m_solid.Grid().BlockAt(Middle(places[i]));
+  const PlacesByBlock sorted = Sorted(places, blocks, m_solid.Grid().Count());
   std::vector<std::uint32_t> busy;
-  for (std::uint32_t block = 0; block < m_solid.BlockCount(); ++block) {
+  for (std::uint32_t block = 0; block < m_solid.Grid().Count(); ++block) {
     if (!sorted.Of(block).empty()) busy.push_back(block);
   }
   std::vector<std::vector<SurveyFinding>> found(busy.size());
@@ -99,7 +100,7 @@ Vec3 SurfaceSurvey::Outward(const MeshPlace& place) const {
 
 std::vector<SurveyFinding> SurfaceSurvey::InBlock(std::uint32_t block,
                                                   std::span<const MeshPlace> places) const {
-  const std::unique_ptr<SolidInBlock> solid = m_solid.InBlock(block);
+  const std::unique_ptr<BlockParts> solid = m_solid.InBlock(block);
   std::vector<SurveyFinding> findings;
   for (const MeshPlace& place : places) {
     SurveyFinding finding;
@@ -216,7 +217,7 @@ double SurfaceSurvey::WorstAfter(const LocalSolid& solid, const MeshPlace& place
     return worst;
   }
   for (const Index half : {place.index, m_mesh.Twin(place.index)}) {
-    if (!MaySplitSide(half, at)) return kInfinity;
+    if (!MaySplitSide(m_mesh, half, at)) return kInfinity;
     worst = std::max({worst, WorstBeside(solid, HalfEdgeMesh::Next(half), at),
                       WorstBeside(solid, HalfEdgeMesh::Previous(half), at)});
   }
@@ -238,15 +239,6 @@ bool SurfaceSurvey::MaySplitFacet(Index facet, const Vec3& at) const {
   const Vec3 before = Cross(b - a, c - a);
   return IsSoundFacet(a, b, at, before) && IsSoundFacet(b, c, at, before) &&
          IsSoundFacet(c, a, at, before);
-}
-
-// The facet of a half edge, by a vertex on that edge.
-bool SurfaceSurvey::MaySplitSide(Index half, const Vec3& at) const {
-  const Vec3& from = m_mesh.At(m_mesh.Origin(half));
-  const Vec3& to = m_mesh.At(m_mesh.Target(half));
-  const Vec3& left = m_mesh.At(m_mesh.Target(HalfEdgeMesh::Next(half)));
-  const Vec3 before = Cross(to - from, left - from);
-  return IsSoundFacet(from, at, left, before) && IsSoundFacet(at, to, left, before);
 }
 
 std::optional<std::uint8_t> SurfaceSurvey::BetterColour(const LocalSolid& solid,

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "kernel/sweep/ExactSolid.h"
+#include "kernel/sweep/CutBlocks.h"
 #include "kernel/sweep/HalfEdgeMesh.h"
 #include "kernel/sweep/SettlePoint.h"
 
@@ -17,8 +17,6 @@ struct SettleLimits {
   double tolerance = 0;  // of the surface
   double exact = 0;      // closer than this is on it
   double spacing = 0;    // of the rays
-  // Each round halves what is off at the least; what has not settled by then never does.
-  int rounds = 6;
 };
 
 // A vertex, an edge (one of its half edges) or a facet, by number.
@@ -44,7 +42,7 @@ struct SurveyFinding {
 // change between two surveys.
 class SurfaceSurvey {
  public:
-  SurfaceSurvey(const HalfEdgeMesh& mesh, const ExactSolid& solid, const SettleLimits& limits)
+  SurfaceSurvey(const HalfEdgeMesh& mesh, const CutBlocks& solid, const SettleLimits& limits)
       : m_mesh(mesh), m_solid(solid), m_limits(limits) {}
 
   // Those of the places that are off or have a colour that nothing near them has, in ascending
@@ -71,12 +69,11 @@ class SurfaceSurvey {
   double WorstAfter(const LocalSolid& solid, const MeshPlace& place, const Vec3& at) const;
   double WorstBeside(const LocalSolid& solid, Index half, const Vec3& at) const;
   bool MaySplitFacet(Index facet, const Vec3& at) const;
-  bool MaySplitSide(Index half, const Vec3& at) const;
   std::optional<std::uint8_t> BetterColour(const LocalSolid& solid, const OffSurface& off,
                                            const Vec3& middle, Index facet) const;
 
   const HalfEdgeMesh& m_mesh;
-  const ExactSolid& m_solid;
+  const CutBlocks& m_solid;
   SettleLimits m_limits;
 };
 
