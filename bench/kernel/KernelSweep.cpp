@@ -12,10 +12,10 @@
 #include <sys/resource.h>
 #include <vector>
 
+#include "MeshChannel.h"
 #include "callbacks/UIDialog.h"
 #include "formats/InterchangeFile.h"
 #include "platform/IFSweep.h"
-#include "stock/SurfaceTransfer.h"
 #include "support/geometry/MeshChecks.h"
 #include "support/geometry/MovedTools.h"
 #include "support/geometry/SweepInputs.h"
@@ -25,49 +25,12 @@ namespace {
 constexpr int kRuns = 5;
 constexpr std::uint8_t kCutColour = 2;
 
-class MeshChannel final : public SurfaceTransfer {
- public:
-  int Reset() override {
-    mesh = {};
-    return 0;
-  }
-  void* AddVertex(const double* xyz) override {
-    mesh.vertices.push_back({xyz[0], xyz[1], xyz[2]});
-    return reinterpret_cast<void*>(static_cast<std::uintptr_t>(mesh.vertices.size()));
-  }
-  void* AddTriangle(void* a, void* b, void* c, char colour) override {
-    mesh.facets.push_back({{Number(a), Number(b), Number(c)}, static_cast<std::uint8_t>(colour)});
-    return this;
-  }
-  void Close() override {}
-
-  formats::Mesh mesh;
-
- private:
-  static std::int32_t Number(void* handle) {
-    return static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(handle)) - 1;
-  }
-};
-
 class Complaints final : public UIDialog {
  public:
   void ErrorMessage(const char* message, bool fatal) override {
     std::printf("  %s: %s\n", fatal ? "error" : "warning", message);
   }
 };
-
-void Play(const formats::Mesh& mesh, SurfaceTransfer& channel) {
-  std::vector<void*> handles;
-  handles.reserve(mesh.vertices.size());
-  for (const auto& vertex : mesh.vertices) handles.push_back(channel.AddVertex(vertex.data()));
-  for (const formats::Facet& facet : mesh.facets) {
-    const auto at = [&](std::size_t i) {
-      return handles[static_cast<std::size_t>(facet.vertices[i])];
-    };
-    channel.AddTriangle(at(0), at(1), at(2), static_cast<char>(facet.colour));
-  }
-  channel.Close();
-}
 
 double Sweep(const support::SweepInput& input, const std::string& pathFile, MeshChannel& output) {
   Complaints complaints;

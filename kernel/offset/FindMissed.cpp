@@ -28,8 +28,8 @@ StockMesh AsStock(const CutMesh& mesh) {
 
 class Search {
  public:
-  Search(const OffsetField& field, const StockTree* result, double limit)
-      : m_field(field), m_result(result), m_limit(limit) {}
+  Search(const OffsetField& field, const StockTree* result, const MissedLimits& limits)
+      : m_field(field), m_result(result), m_tolerance(limits.tolerance), m_limit(limits.distance) {}
 
   void LookAbove(std::uint32_t slot) {
     const Corners& corners = m_field.CornersOf(slot);
@@ -37,13 +37,13 @@ class Search {
     for (const Vec3& normal : m_field.SideNormals(slot)) {
       const Vec3 point = centre + normal * m_field.Radius();
       if (m_field.At(point, slot).distance <= kClose * m_field.Radius()) {
-        Count(point);
+        Count(point, slot);
         continue;
       }
       // Another body covers it. Up from the foot, so that no other facet is passed on the way.
       const std::optional<Vec3> end =
           WayUp(centre + normal * (2 * kClose * m_field.Radius()), slot);
-      if (end) Count(*end);
+      if (end) Count(*end, slot);
     }
   }
 
@@ -65,7 +65,11 @@ class Search {
     return std::nullopt;
   }
 
-  void Count(const Vec3& point) {
+  void Count(const Vec3& point, std::uint32_t slot) {
+    // A wall of no thickness to speak of need not be there.
+    slot = m_field.At(point, slot).slot;
+    const Vec3 above = point + m_field.SlopeOf(slot, point).gradient * (2 * m_tolerance);
+    if (m_field.At(above, slot).distance > -m_tolerance) return;
     double distance = std::numeric_limits<double>::infinity();
     if (m_result != nullptr) {
       const StockTree::Nearest nearest = m_result->FindNearest(point, m_guess);
@@ -78,14 +82,14 @@ class Search {
 
   const OffsetField& m_field;
   const StockTree* m_result;
-  double m_limit;
+  double m_tolerance, m_limit;
   std::uint32_t m_guess = 0;
   Missed m_missed;
 };
 
 }  // namespace
 
-Missed FindMissed(const OffsetField& field, const CutMesh& result, double limit,
+Missed FindMissed(const OffsetField& field, const CutMesh& result, const MissedLimits& limits,
                   const std::function<void(double)>& watch) {
   std::optional<StockTree> tree;
   if (!result.facets.empty()) {
@@ -96,7 +100,7 @@ Missed FindMissed(const OffsetField& field, const CutMesh& result, double limit,
   RunTasks(
       count,
       [&](std::size_t chunk) {
-        Search search(field, tree ? &*tree : nullptr, limit);
+        Search search(field, tree ? &*tree : nullptr, limits);
         const std::size_t end = std::min(field.SlotCount(), (chunk + 1) * kChunk);
         for (std::size_t slot = chunk * kChunk; slot < end; ++slot) {
           search.LookAbove(static_cast<std::uint32_t>(slot));

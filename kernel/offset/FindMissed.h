@@ -7,6 +7,11 @@
 
 namespace kernel {
 
+struct MissedLimits {
+  double tolerance = 0;  // what is left in a wall or gap thinner than twice that is not looked for
+  double distance = 0;   // points further than that from the mesh are missed
+};
+
 // Points of the exact surface that a mesh does not come near.
 struct Missed {
   std::size_t points = 0;
@@ -15,9 +20,9 @@ struct Missed {
 
 // Looks at one point of the exact surface for each facet of the field's mesh and side that is left:
 // above its middle, and where another facet's body covers that, further up the slope of the
-// distance, where gaps and walls that are just left have their middle. Those further than `limit`
-// from `result` are missed. Runs on all threads; `watch` hears the share that is done.
-Missed FindMissed(const OffsetField& field, const CutMesh& result, double limit,
+// distance, where gaps and walls that are just left have their middle. Runs on all threads; `watch`
+// hears the share that is done.
+Missed FindMissed(const OffsetField& field, const CutMesh& result, const MissedLimits& limits,
                   const std::function<void(double)>& watch);
 
 }  // namespace kernel

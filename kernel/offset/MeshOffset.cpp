@@ -8,20 +8,23 @@
 #include <utility>
 
 #include "kernel/common/RunAside.h"
+#include "kernel/offset/FindMissed.h"
 #include "kernel/offset/OffsetCrossings.h"
 #include "kernel/offset/OffsetNodes.h"
-#include "kernel/offset/OffsetSolid.h"
+#include "kernel/offset/RefineOffset.h"
 #include "kernel/sweep/Contour.h"
 #include "kernel/sweep/MergePlanes.h"
-#include "kernel/sweep/SettleMesh.h"
 
 namespace kernel {
 namespace {
 
 constexpr double kExact = 1e-12;   // of the diagonal
 constexpr double kRoundings = 32;  // that a point on the surface may be off
-// Splits that a facet of the contour may need, one after the other.
-constexpr int kRounds = 10;
+constexpr double kReach = 0.75;    // of the spacing, that a vertex may be moved
+// Of the tolerance and the spacing: a point of the exact surface that is further from the mesh than
+// both has been missed.
+constexpr double kMissedTolerances = 2;
+constexpr double kMissedSpacings = 0.5;
 // How far the contour is when nodes, crossings and facets are done.
 constexpr double kNodesDone = 0.3;
 constexpr double kCrossingsDone = 0.6;
@@ -41,17 +44,22 @@ class Maker {
       : m_side(side),
         m_box(side == OffsetField::Side::kInside ? surface.box : surface.box.Grown(radius)),
         m_plan(plan),
-        m_progress(progress),
-        m_lattice(m_box, plan.spacing) {
-    m_progress.Begin("Initialising surface");
-    RunAside(m_progress, [&](const Tell& tell) { m_tree.emplace(surface.mesh, tell); });
-    m_progress.End();
+        m_progress(progress) {
+    RunStage("Initialising surface", [&](const Tell& tell) { m_tree.emplace(surface.mesh, tell); });
     m_field.emplace(*m_tree, side, radius, LargestCoordinate(surface.box.Grown(radius)));
     m_makers.emplace(*m_field, surface.mesh);
   }
 
   CutMesh Make() {
-    CutMesh mesh = Merge(Settle(Contour()));
+    CutMesh mesh = AtSpacing(m_plan.spacing);
+    Missed missed = LookForMissed(mesh, m_plan.spacing);
+    for (double spacing = m_plan.spacing / 2; missed.points > 0 && spacing >= m_plan.finestSpacing;
+         spacing /= 2) {
+      mesh = AtSpacing(spacing);
+      missed = LookForMissed(mesh, spacing);
+    }
+    if (m_left.count > 0) WarnOf(m_left);
+    if (missed.points > 0) WarnOf(missed);
     // The mesh so far is that of what is left, which lies outside of a grown surface.
     if (m_side != OffsetField::Side::kInside) {
       for (CutMesh::Facet& facet : mesh.facets) std::swap(facet.vertices[1], facet.vertices[2]);
@@ -68,38 +76,33 @@ class Maker {
     m_progress.End();
   }
 
-  CutMesh Contour() {
+  CutMesh AtSpacing(double spacing) {
+    const DexelLattice lattice(m_box, spacing);
+    return Merge(Refine(Contour(lattice), spacing));
+  }
+
+  CutMesh Contour(const DexelLattice& lattice) {
+    char text[40];
+    std::snprintf(text, sizeof text, "Offsetting (phase 2)... %d", ++m_attempts);
     CutMesh mesh;
-    RunStage("Offsetting (phase 2)... 1", [&](const Tell& tell) {
+    RunStage(text, [&](const Tell& tell) {
       const auto from = [&](double begin, double end) {
         return [&tell, begin, end](double share) { tell(begin + (end - begin) * share); };
       };
-      const SurfaceCells cells(NodesOf(*m_field, m_lattice, from(0, kNodesDone)));
-      const OffsetCrossings crossings(*m_field, m_lattice, cells, from(kNodesDone, kCrossingsDone));
+      const SurfaceCells cells(NodesOf(*m_field, lattice, from(0, kNodesDone)));
+      const OffsetCrossings crossings(*m_field, lattice, cells, from(kNodesDone, kCrossingsDone));
       mesh = ContourCells(crossings, cells, *m_makers, from(kCrossingsDone, 1));
     });
     return mesh;
   }
 
-  HalfEdgeMesh Settle(CutMesh contour) {
-    std::optional<HalfEdgeMesh> mesh;
-    Unsettled unsettled;
+  HalfEdgeMesh Refine(CutMesh contour, double spacing) {
+    HalfEdgeMesh mesh(std::move(contour));
     RunStage("Optimising surface", [&](const Tell& tell) {
-      const OffsetSolid solid(*m_makers, m_lattice, contour.vertices);
       const double exact = std::max(kExact * m_box.Diagonal(), kRoundings * m_field->Rounding());
-      const SettleLimits limits{m_plan.tolerance, exact, m_plan.spacing, kRounds};
-      mesh.emplace(std::move(contour));
-      unsettled = SettleMesh(*mesh, SurfaceSurvey(*mesh, solid, limits), limits, tell);
+      m_left = RefineOffset(mesh, *m_makers, {m_plan.tolerance, exact, kReach * spacing}, tell);
     });
-    if (unsettled.places > 0) WarnOf(unsettled);
-    return std::move(*mesh);
-  }
-
-  void WarnOf(const Unsettled& unsettled) {
-    char text[120];
-    std::snprintf(text, sizeof text, "the surface is up to %g off (in %.0f places)",
-                  unsettled.farthest, static_cast<double>(unsettled.places));
-    m_progress.Warn(text);
+    return mesh;
   }
 
   CutMesh Merge(HalfEdgeMesh mesh) {
@@ -113,14 +116,40 @@ class Maker {
     return std::move(merged.mesh);
   }
 
+  Missed LookForMissed(const CutMesh& mesh, double spacing) {
+    Missed missed;
+    RunStage("Scanning surface", [&](const Tell& tell) {
+      const double distance =
+          std::max(kMissedTolerances * m_plan.tolerance, kMissedSpacings * spacing);
+      missed = FindMissed(*m_field, mesh, {m_plan.tolerance, distance}, tell);
+    });
+    return missed;
+  }
+
+  void WarnOf(const OffPlaces& left) {
+    char text[120];
+    std::snprintf(text, sizeof text, "the surface is up to %g off (in %.0f places)", left.farthest,
+                  static_cast<double>(left.count));
+    m_progress.Warn(text);
+  }
+
+  void WarnOf(const Missed& missed) {
+    char text[120];
+    std::snprintf(text, sizeof text,
+                  "walls or gaps thinner than what can be kept are left out (over %.0f facets)",
+                  static_cast<double>(missed.points));
+    m_progress.Warn(text);
+  }
+
   OffsetField::Side m_side;
   Box3 m_box;
   OffsetPlan m_plan;
   StageProgress& m_progress;
-  DexelLattice m_lattice;
+  int m_attempts = 0;
   std::optional<StockTree> m_tree;
   std::optional<OffsetField> m_field;
   std::optional<OffsetMakers> m_makers;
+  OffPlaces m_left;
 };
 
 }  // namespace

@@ -63,10 +63,10 @@ OffsetPlan PlanOffset(const PreparedSurface& surface, double radius, double degr
   const double chord = 2 * std::sqrt(2 * radius * plan.tolerance);
   plan.spacing = std::max(kChordShare * chord, spacingFor(kWantedCells));
   plan.spacing = std::min(plan.spacing, kSafeShare * radius);
-  plan.spacing = std::max(plan.spacing, spacingFor(kMostCells));
   const Box3 box = surface.box.Grown(radius);
-  while (NodesIn(box, plan.spacing) > kMostNodes) plan.spacing *= 1.05;
-  plan.mayMiss = plan.spacing > kSafeShare * radius * (1 + 1e-9);
+  plan.finestSpacing = spacingFor(kMostCells);
+  while (NodesIn(box, plan.finestSpacing) > kMostNodes) plan.finestSpacing *= 1.05;
+  plan.spacing = std::max(plan.spacing, plan.finestSpacing);
   return plan;
 }
 

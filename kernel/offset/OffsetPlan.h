@@ -9,7 +9,7 @@ struct OffsetPlan {
   double tolerance = 0;          // of the surface
   double spacing = 0;            // of the lattice
   bool toleranceRaised = false;  // as the one asked for would take too many facets
-  bool mayMiss = false;          // what is thinner than the spacing may be lost
+  double finestSpacing = 0;      // that time and memory allow
 };
 
 // `radius` above 0; `degrees`: the largest turn between neighbouring facets of a rounded piece,

@@ -1,0 +1,81 @@
+// kernel_offset_bench: a body with bumps grown and shrunk by 2 at 20 and at 10 degrees, five times
+// each, best time. Then the facets of the results, how far they and the exact surfaces are apart at
+// the most (many points of both are looked at), and the most memory held.
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "BestOfFive.h"
+#include "MeshChannel.h"
+#include "OutlineShapes.h"
+#include "callbacks/UIDialog.h"
+#include "platform/IFSphoffset.h"
+#include "support/geometry/MeshChecks.h"
+#include "support/geometry/OffsetDeviation.h"
+
+namespace {
+
+class Complaints final : public UIDialog {
+ public:
+  void ErrorMessage(const char* message, bool fatal) override {
+    std::printf("%s: %s\n", fatal ? "error" : "warning", message);
+    failed = failed || fatal;
+  }
+  bool failed = false;
+};
+
+struct Job {
+  const char* name;
+  double distance, degrees;
+};
+constexpr Job kJobs[] = {{"Grown by 2, 20 degrees", 2, 20},
+                         {"Shrunk by 2, 20 degrees", -2, 20},
+                         {"Grown by 2, 10 degrees", 2, 10},
+                         {"Shrunk by 2, 10 degrees", -2, 10}};
+
+bool Offset(const formats::Mesh& mesh, const Job& job, MeshChannel& output) {
+  Complaints complaints;
+  IFSphoffset offset(&complaints);
+  Play(mesh, *offset.OpenInputChannel());
+  offset.Run(job.degrees, job.distance, &output);
+  return !complaints.failed;
+}
+
+void PrintResult(const formats::Mesh& mesh, const Job& job, double peak) {
+  MeshChannel output;
+  if (!Offset(mesh, job, output)) return;
+  const support::OffsetDeviation deviation =
+      support::DeviationOfOffset(mesh, job.distance, output.mesh);
+  std::printf(
+      "%s: %zu facets, %.0f MiB, result off by %.5f, exact surface off by %.5f (%zu points)%s\n",
+      job.name, output.mesh.facets.size(), peak, deviation.ofResult, deviation.ofExact,
+      deviation.exactPoints, support::ClosedFault(output.mesh).c_str());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const formats::Mesh mesh = Blob(224);
+  double peaks[std::size(kJobs)];
+  for (std::size_t i = 0; i < std::size(kJobs); ++i) {
+    peaks[i] = PeakMebibytes([&] {
+      MeshChannel output;
+      return Offset(mesh, kJobs[i], output);
+    });
+  }
+  BestOfFive bench;
+  for (const Job& job : kJobs) {
+    bench.Add(job.name, [&] {
+      MeshChannel output;
+      return Offset(mesh, job, output);
+    });
+  }
+  if (!bench.Run(argc, argv)) return EXIT_FAILURE;
+  for (std::size_t i = 0; i < std::size(kJobs); ++i) {
+    std::printf("%s: processor time %.2f s\n", kJobs[i].name, bench.ProcessorTime(kJobs[i].name));
+    PrintResult(mesh, kJobs[i], peaks[i]);
+  }
+  return EXIT_SUCCESS;
+}
