@@ -1,6 +1,6 @@
 // kernel_offset_bench: a body with bumps grown and shrunk by 2 at 20 and at 10 degrees, five times
 // each, best time. Then the facets of the results, how far they and the exact surfaces are apart at
-// the most (many points of both are looked at), and the most memory held.
+// the most (many points of both are looked at: minutes), and the most memory held.
 
 #include <cstdio>
 #include <cstdlib>
@@ -43,28 +43,29 @@ bool Offset(const formats::Mesh& mesh, const Job& job, MeshChannel& output) {
   return !complaints.failed;
 }
 
-void PrintResult(const formats::Mesh& mesh, const Job& job, double peak) {
+void PrintResult(const formats::Mesh& mesh, const Job& job) {
   MeshChannel output;
   if (!Offset(mesh, job, output)) return;
   const support::OffsetDeviation deviation =
       support::DeviationOfOffset(mesh, job.distance, output.mesh);
-  std::printf(
-      "%s: %zu facets, %.0f MiB, result off by %.5f, exact surface off by %.5f (%zu points)%s\n",
-      job.name, output.mesh.facets.size(), peak, deviation.ofResult, deviation.ofExact,
-      deviation.exactPoints, support::ClosedFault(output.mesh).c_str());
+  std::printf("%s: %zu facets, result off by %.5f, exact surface off by %.5f (%zu points)%s\n",
+              job.name, output.mesh.facets.size(), deviation.ofResult, deviation.ofExact,
+              deviation.exactPoints, support::ClosedFault(output.mesh).c_str());
+}
+
+double PeakOf(const formats::Mesh& mesh, const Job& job) {
+  return PeakMebibytes([&] {
+    MeshChannel output;
+    return Offset(mesh, job, output);
+  });
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const formats::Mesh mesh = Blob(224);
-  double peaks[std::size(kJobs)];
-  for (std::size_t i = 0; i < std::size(kJobs); ++i) {
-    peaks[i] = PeakMebibytes([&] {
-      MeshChannel output;
-      return Offset(mesh, kJobs[i], output);
-    });
-  }
+  // Of the job that holds most; before this process has grown.
+  const double peak = PeakOf(mesh, kJobs[2]);
   BestOfFive bench;
   for (const Job& job : kJobs) {
     bench.Add(job.name, [&] {
@@ -73,9 +74,12 @@ int main(int argc, char** argv) {
     });
   }
   if (!bench.Run(argc, argv)) return EXIT_FAILURE;
-  for (std::size_t i = 0; i < std::size(kJobs); ++i) {
-    std::printf("%s: processor time %.2f s\n", kJobs[i].name, bench.ProcessorTime(kJobs[i].name));
-    PrintResult(mesh, kJobs[i], peaks[i]);
+  for (const Job& job : kJobs) {
+    const double processor = bench.ProcessorTime(job.name);
+    if (processor == 0) continue;  // left out by the arguments
+    std::printf("%s: processor time %.2f s\n", job.name, processor);
+    PrintResult(mesh, job);
   }
+  std::printf("%s holds %.0f MiB at most\n", kJobs[2].name, peak);
   return EXIT_SUCCESS;
 }

@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kChunk = 4096;
 // The way up ends at a ridge of the distance at the latest, mostly after few steps.
 constexpr int kMostSteps = 24;
+constexpr int kStepsUp = 8;
 // Of the radius: closer to the exact surface than that is on it.
 constexpr double kClose = 1e-3;
 
@@ -65,11 +66,20 @@ class Search {
     return std::nullopt;
   }
 
+  // A wall of no thickness to speak of need not be there. From its corner the way to its middle
+  // turns with each facet that is nearest.
+  bool IsThick(Vec3 point, std::uint32_t slot) const {
+    for (int step = 0; step < kStepsUp; ++step) {
+      const OffsetField::Off off = m_field.At(point, slot);
+      if (off.distance < -m_tolerance / 2) return true;
+      slot = off.slot;
+      point += m_field.SlopeOf(slot, point).gradient * m_tolerance;
+    }
+    return false;
+  }
+
   void Count(const Vec3& point, std::uint32_t slot) {
-    // A wall of no thickness to speak of need not be there.
-    slot = m_field.At(point, slot).slot;
-    const Vec3 above = point + m_field.SlopeOf(slot, point).gradient * (2 * m_tolerance);
-    if (m_field.At(above, slot).distance > -m_tolerance) return;
+    if (!IsThick(point, slot)) return;
     double distance = std::numeric_limits<double>::infinity();
     if (m_result != nullptr) {
       const StockTree::Nearest nearest = m_result->FindNearest(point, m_guess);

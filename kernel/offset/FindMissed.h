@@ -8,7 +8,7 @@
 namespace kernel {
 
 struct MissedLimits {
-  double tolerance = 0;  // what is left in a wall or gap thinner than twice that is not looked for
+  double tolerance = 0;  // walls and gaps not much thicker than that are not looked for
   double distance = 0;   // points further than that from the mesh are missed
 };
 

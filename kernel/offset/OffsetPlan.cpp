@@ -12,7 +12,8 @@ namespace {
 constexpr double kWantedCells = 60e3;
 constexpr double kMostCells = 500e3;
 constexpr double kMostNodes = 1.5e9;
-constexpr double kMostFacets = 20e6;
+constexpr double kMostFacets = 2e6;
+constexpr double kMostDegrees = 90;
 // A surface of area A runs through about so many times A / h^2 cells.
 constexpr double kCellsInArea = 1.5;
 // Edges of the mesh are about 1.3 times the spacing.
@@ -30,13 +31,15 @@ double AreaOf(const StockMesh& mesh) {
   return twice / 2;
 }
 
-// Of the offset: the mesh's own on each side that has one, and what a ball adds to a box (the
-// formula of Steiner).
+// What a ball adds to the surface of a box (the formula of Steiner).
+double RoundArea(const Box3& box, double radius) {
+  const Vec3 extent = box.high - box.low;
+  return 2 * std::numbers::pi * radius * (extent.x + extent.y + extent.z + 2 * radius);
+}
+
+// Of the offset: the mesh's own on each side that has one, and what is rounded.
 double OffsetArea(const PreparedSurface& surface, double radius) {
-  const Vec3 extent = surface.box.high - surface.box.low;
-  const double around =
-      2 * std::numbers::pi * radius * (extent.x + extent.y + extent.z + 2 * radius);
-  return (surface.isClosed ? 1 : 2) * AreaOf(surface.mesh) + around;
+  return (surface.isClosed ? 1 : 2) * AreaOf(surface.mesh) + RoundArea(surface.box, radius);
 }
 
 double NodesIn(const Box3& box, double spacing) {
@@ -57,7 +60,8 @@ OffsetPlan PlanOffset(const PreparedSurface& surface, double radius, double degr
   const auto spacingFor = [&](double cells) { return std::sqrt(kCellsInArea * area / cells); };
   OffsetPlan plan;
   plan.tolerance = ChordHeight(radius, degrees);
-  const double coarsest = area / (kMostFacets * radius);
+  const double coarsest = std::min(RoundArea(surface.box, radius) / (kMostFacets * radius),
+                                   ChordHeight(radius, kMostDegrees));
   plan.toleranceRaised = plan.tolerance < coarsest;
   if (plan.toleranceRaised) plan.tolerance = coarsest;
   const double chord = 2 * std::sqrt(2 * radius * plan.tolerance);

@@ -18,7 +18,7 @@ using Watch = std::function<void(double)>;
 // What has not come to rest by then never does: edges and facets, and vertices in each other's way.
 constexpr int kMostRounds = 10;
 constexpr int kMostPasses = 6;
-constexpr double kVertexShare = 0.1;  // of the tolerance, that a vertex may be off
+constexpr double kVertexShare = 0.1;  // of the tolerance, that a vertex may stay off
 constexpr double kShort = 0.1;        // of the edge that was turned, to join the new one's ends
 // Shares of the tolerance: the least and the most that a vertex is moved beyond the surface, and
 // what its edges may be off for that.
@@ -65,16 +65,15 @@ class Refiner {
 
   void MoveVertices(const Watch& watch) {
     std::vector<std::optional<Vec3>> target(m_mesh.VertexCount());
-    std::vector<char> isOff(m_mesh.VertexCount(), 0);
+    std::vector<double> off(m_mesh.VertexCount());
     ForEachInChunks(target.size(), m_makers, watch, [&](const LocalOffset& solid, std::size_t i) {
       const Vec3& point = m_mesh.At(static_cast<Index>(i));
-      if (std::abs(solid.HowFarOff(point).distance) <= kVertexShare * m_limits.tolerance) return;
-      isOff[i] = 1;
-      target[i] = PlaceOnOffset(solid, point, m_limits);
+      off[i] = std::abs(solid.HowFarOff(point).distance);
+      if (off[i] > m_limits.exact) target[i] = PlaceOnOffset(solid, point, m_limits);
     });
     std::vector<Index> waiting;
     for (Index vertex = 0; vertex < target.size(); ++vertex) {
-      if (isOff[vertex] != 0) waiting.push_back(vertex);
+      if (off[vertex] > m_limits.exact) waiting.push_back(vertex);
     }
     // One that is in the way of another may be gone the next time.
     for (int pass = 0; pass < kMostPasses && !waiting.empty(); ++pass) {
@@ -84,7 +83,9 @@ class Refiner {
         return true;
       });
     }
-    std::erase_if(waiting, [&](Index vertex) { return GiveUp(vertex); });
+    std::erase_if(waiting, [&](Index vertex) {
+      return off[vertex] <= kVertexShare * m_limits.tolerance || GiveUp(vertex);
+    });
     m_stuckVertices = std::move(waiting);
   }
 

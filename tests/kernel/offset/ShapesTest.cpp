@@ -79,6 +79,24 @@ TEST(OffsetShapes, CubeShrunkIsACubeExactly) {
   }
 }
 
+TEST(OffsetShapes, CubeShrunkToALittleCubeIsFoundWhateverTheDistance) {
+  const SweepResult run = RunOffset(Cube(10), -4.9, 20);
+  ExpectSound(run);
+  ExpectBox(run.mesh, {4.9, 4.9, 4.9}, {5.1, 5.1, 5.1});
+}
+
+TEST(OffsetShapes, SmallDistanceKeepsItsToleranceOnALargeCube) {
+  const SweepResult run = RunOffset(Cube(10), 0.1, 20);
+  ExpectFits(run, Cube(10), 0.1, 20);
+}
+
+TEST(OffsetShapes, AngleTooSmallForTheFacetsItNeedsIsRaisedAndTold) {
+  const SweepResult run = RunOffset(Box({0, 0, 0}, {1, 1, 1}, 1), 0.02, 0.001);
+  ASSERT_FALSE(run.dialog.warnings.empty());
+  EXPECT_EQ(run.dialog.warnings[0].find("the facets may be up to "), 0U);
+  EXPECT_EQ(support::ClosedFault(run.mesh), "");
+}
+
 TEST(OffsetShapes, CubeShrunkByHalfItsWidthOrMoreIsNothing) {
   for (const double r : {5.0, 7.0, 100.0}) {
     const SweepResult run = RunOffset(Cube(10), -r, 20);

@@ -103,10 +103,10 @@ double OffExact(const Witness& witness, const Point& point, const Point& outward
 double FarthestOfResult(const Witness& witness, const formats::Mesh& result, std::size_t step) {
   double farthest = 0;
   for (std::size_t f = 0; f < result.facets.size(); f += step) {
-    const auto [a, b, c] = Corners(result, result.facets[f]);
+    const auto corners = Corners(result, result.facets[f]);
     const Point outward = Normal(result, result.facets[f]);
     const auto look = [&](double x, double y) {
-      const Point point = Plus(Plus(Plus({}, a, 1 - x - y), b, x), c, y);
+      const Point point = Plus(Plus(Plus({}, corners[0], 1 - x - y), corners[1], x), corners[2], y);
       farthest = std::max(farthest, OffExact(witness, point, outward));
     };
     look(0, 0);
