@@ -79,7 +79,7 @@ function(qz_test name)
   endforeach()
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300
+  set_tests_properties(${name} PROPERTIES TIMEOUT 900
     ENVIRONMENT "${QZ_TEST_ENVIRONMENT};${TEST_ENVIRONMENT}"
     FIXTURES_REQUIRED "${QZ_TEST_FIXTURES}")
 endfunction()
