@@ -102,9 +102,11 @@ class Settler {
 
   // The facets and their edges, each once.
   std::vector<MeshPlace> PlacesOf(const std::vector<Index>& facets) const {
+    const std::vector<Index> edges = m_mesh.EdgesOf(facets);
     std::vector<MeshPlace> places;
+    places.reserve(facets.size() + edges.size());
     for (const Index facet : facets) places.push_back({Kind::kFacet, facet});
-    for (const Index half : m_mesh.EdgesOf(facets)) places.push_back({Kind::kEdge, half});
+    for (const Index half : edges) places.push_back({Kind::kEdge, half});
     return places;
   }
 
