@@ -15,8 +15,8 @@ struct OffsetDeviation {
 
 /// Looks at vertices, middles of edges and more of the result's facets, and at points of the exact
 /// surface above every facet, edge and vertex of `surface`, up to the creases between them; of
-/// facets every `step`-th one. The exact surface bounds all points within |`distance`| of `surface`;
-/// below 0, it is the part of that boundary in the solid.
+/// facets every `step`-th one. The exact surface bounds all points within |`distance`| of
+/// `surface`; below 0, it is the part of that boundary in the solid.
 OffsetDeviation DeviationOfOffset(const formats::Mesh& surface, double distance,
                                   const formats::Mesh& result, std::size_t step = 1);
 
