@@ -2,6 +2,14 @@
 add_library(qz_flags INTERFACE)
 target_compile_features(qz_flags INTERFACE cxx_std_20)
 
+# A sanitizer's report needs lines. Otherwise debug information is a good part of the compile time:
+# who debugs asks for -g.
+if(QZ_SANITIZE)
+  set(QZ_DEBUG_INFO -g1 CACHE STRING "Debug information of our own code")
+else()
+  set(QZ_DEBUG_INFO -g0 CACHE STRING "Debug information of our own code")
+endif()
+
 if(MSVC)
   target_compile_options(qz_flags INTERFACE /W4 /WX /permissive- /utf-8 /fp:precise)
   # The standard library's own names are what both builds have; their "_s" variants are not.
@@ -12,8 +20,7 @@ else()
   target_compile_options(qz_flags INTERFACE
     -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wold-style-cast -Wcast-qual
     -ffp-contract=off -fvisibility=hidden -fvisibility-inlines-hidden)
-  # Enough for a readable backtrace; full debug information is a quarter of the compile time.
-  target_compile_options(qz_flags INTERFACE -g1)
+  target_compile_options(qz_flags INTERFACE ${QZ_DEBUG_INFO})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(qz_flags INTERFACE -Wno-maybe-uninitialized)
   endif()

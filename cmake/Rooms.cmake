@@ -19,15 +19,19 @@ function(qz_headers name)
   target_include_directories(${name} INTERFACE "${CMAKE_BINARY_DIR}/rooms/${name}")
 endfunction()
 
-# qz_room(NAME FOLDER folder SOURCES file... [LINKS target...] [PRIVATE_LINKS target...]):
-# a static library of the sources in one folder; whoever links it sees that folder's headers.
+# qz_room(NAME FOLDER folder SOURCES file... [LINKS target...] [PRIVATE_LINKS target...]
+# [PRECOMPILED header...]): a static library of the sources in one folder; whoever links it sees that
+# folder's headers. PRECOMPILED: large headers that most of the sources include.
 function(qz_room name)
-  cmake_parse_arguments(ROOM "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(ROOM "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS;PRECOMPILED" ${ARGN})
   _qz_link_into(${name} ${ROOM_FOLDER})
   list(TRANSFORM ROOM_SOURCES PREPEND "${CMAKE_SOURCE_DIR}/${ROOM_FOLDER}/")
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_include_directories(${name} PUBLIC "${CMAKE_BINARY_DIR}/rooms/${name}")
   target_link_libraries(${name} PUBLIC ${ROOM_LINKS} PRIVATE qz_flags ${ROOM_PRIVATE_LINKS})
+  if(ROOM_PRECOMPILED)
+    target_precompile_headers(${name} PRIVATE ${ROOM_PRECOMPILED})
+  endif()
 endfunction()
 
 # qz_module(NAME SOURCES file... [EXPORTS base] [LINKS target...]): a library that is loaded at run
