@@ -254,9 +254,11 @@ class Refiner {
     for (Index facet = 0; facet < m_isStuck.size(); ++facet) {
       if (m_isStuck[facet] && m_mesh.IsLive(facet)) due.push_back(facet);
     }
+    const std::vector<Index> edges = m_mesh.EdgesOf(due);
     std::vector<Vec3> places;
+    places.reserve(due.size() + edges.size() + m_stuckVertices.size());
     for (const Index facet : due) places.push_back(CentreOf(facet));
-    for (const Index half : m_mesh.EdgesOf(due)) places.push_back(MiddleOf(half));
+    for (const Index half : edges) places.push_back(MiddleOf(half));
     for (const Index vertex : m_stuckVertices) {
       if (m_mesh.Out(vertex) != HalfEdgeMesh::kNone) places.push_back(m_mesh.At(vertex));
     }
