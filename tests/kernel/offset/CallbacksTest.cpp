@@ -28,14 +28,14 @@ void ExpectSame(const SweepResult& a, const SweepResult& b) {
 }
 
 TEST(OffsetCallbacks, StagesBeginWithTextsThatADialogKnows) {
-  EXPECT_EQ(RunOffset(Body(), 3).dialog.Stages(),
+  EXPECT_EQ(RunOffset(Body(), 3, 45).dialog.Stages(),
             (std::vector<std::string>{"Preparing surface", "Initialising surface",
                                       "Offsetting (phase 2)... 1", "Optimising surface",
                                       "Cleaning surface", "Scanning surface", "Writing surface"}));
 }
 
 TEST(OffsetCallbacks, CountsOfAStageRiseFromOneToItsTotal) {
-  const SweepResult run = RunOffset(Body(), 3);
+  const SweepResult run = RunOffset(Body(), 3, 45);
   for (const int total : run.dialog.percentages) EXPECT_EQ(total, 1000);
   bool isOpen = false;
   int last = 0;
@@ -57,7 +57,7 @@ TEST(OffsetCallbacks, CountsOfAStageRiseFromOneToItsTotal) {
 }
 
 TEST(OffsetCallbacks, NothingIsCalledAfterTheOutputIsClosed) {
-  const SweepResult run = RunOffset(Body(), 3);
+  const SweepResult run = RunOffset(Body(), 3, 45);
   EXPECT_EQ(run.events, (std::vector<std::string>{
                             "Reset", "Close after " + std::to_string(run.dialog.calls.size())}));
 }
@@ -79,18 +79,18 @@ TEST(OffsetCallbacks, StopAtAnyCallLeavesTheOutputUnclosedAndTheNextRunWorks) {
 }
 
 TEST(OffsetCallbacks, OutputWithoutMemoryIsAFatalErrorAtEveryPlace) {
-  const SweepResult whole = RunOffset(Body(), 3);
+  const SweepResult whole = RunOffset(Body(), 3, 45);
   const std::size_t vertices = whole.mesh.vertices.size();
   for (const std::size_t memory : {std::size_t{0}, std::size_t{1}, vertices - 1, vertices,
                                    vertices + whole.mesh.facets.size() - 1}) {
-    const SweepResult run = RunOffset(Body(), 3, 0, 0, memory);
+    const SweepResult run = RunOffset(Body(), 3, 45, 0, memory);
     EXPECT_EQ(run.dialog.errors, std::vector<std::string>{"Memory limit reached."});
     EXPECT_EQ(run.closes, 0);
   }
 }
 
 TEST(OffsetCallbacks, EveryNumberOfThreadsGivesTheSameResult) {
-  const formats::Mesh torus = compare_test::Torus(40, 24);
+  const formats::Mesh torus = compare_test::Torus(20, 12);
   kernel::LimitWorkers(1);
   const SweepResult one = RunOffset(torus, -1, 20);
   for (const unsigned threads : {2U, 5U}) {
@@ -173,7 +173,7 @@ TEST(OffsetBadInput, NegativeDistanceOfAnOpenMeshIsFatal) {
   open.facets.pop_back();
   ExpectFatal(RunOffset(open, -1),
               "the surface is open: it has no inside that the distance could be taken from");
-  EXPECT_TRUE(RunOffset(open, 3).dialog.errors.empty());
+  EXPECT_TRUE(RunOffset(open, 3, 45).dialog.errors.empty());
 }
 
 TEST(OffsetBadInput, DistancesThatAreNoneAreFatal) {

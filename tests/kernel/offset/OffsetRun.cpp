@@ -27,6 +27,20 @@ SweepResult RunOffset(const formats::Mesh& surface, double distance, double degr
   return result;
 }
 
+std::string FirstWarning(const formats::Mesh& surface, double distance, double degrees) {
+  SweepResult result;
+  result.dialog.throwAtWarning = true;
+  kernel_test::ResultChannel output(result, SIZE_MAX);
+  IFSphoffset offset(&result.dialog);
+  kernel_test::PlayInto(*offset.OpenInputChannel(), surface);
+  try {
+    offset.Run(degrees, distance, &output);
+  } catch (const RecordingDialog::Stop&) {
+    return result.dialog.warnings.at(0);
+  }
+  return {};
+}
+
 double Allowed(double distance, double degrees) {
   return std::abs(distance) * (1 - std::cos(degrees * std::numbers::pi / 360));
 }

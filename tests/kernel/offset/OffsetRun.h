@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "ResultChannel.h"
 #include "formats/Mesh.h"
@@ -14,6 +15,9 @@ using kernel_test::SweepResult;
 /// it has no memory.
 SweepResult RunOffset(const formats::Mesh& surface, double distance, double degrees = 0,
                       int throwAt = 0, std::size_t channelMemory = SIZE_MAX);
+
+/// Stops the run at its first warning, which is returned; empty when there is none.
+std::string FirstWarning(const formats::Mesh& surface, double distance, double degrees);
 
 /// How far an offset may be from the exact one: the height of a chord that turns by so many
 /// degrees.

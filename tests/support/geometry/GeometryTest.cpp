@@ -5,9 +5,13 @@
 #include <utility>
 #include <vector>
 
+#include "support/geometry/ExactOffset.h"
 #include "support/geometry/MeshChecks.h"
 #include "support/geometry/MeshDistance.h"
 #include "support/geometry/MovedTools.h"
+#include "support/geometry/OffsetDeviation.h"
+#include "support/geometry/PlainDeviation.h"
+#include "support/geometry/RayWinding.h"
 #include "support/geometry/SweepInputs.h"
 
 namespace support {
@@ -64,6 +68,73 @@ TEST(MeshDistance, IsThatToTheNearestFaceEdgeOrCorner) {
   EXPECT_DOUBLE_EQ(distance.To({5, 6, 1}), 5);
   EXPECT_DOUBLE_EQ(distance.To({3, 4, 4}), 3);
   EXPECT_EQ(MeshDistance(formats::Mesh{}).To({0, 0, 0}), std::numeric_limits<double>::infinity());
+}
+
+TEST(MeshDistance, NearestPointLiesOnFaceEdgeOrCorner) {
+  const Point a = {0, 0, 0}, b = {4, 0, 0}, c = {0, 4, 0};
+  EXPECT_EQ(NearestOnTriangle({1, 1, 5}, a, b, c), (Point{1, 1, 0}));
+  EXPECT_EQ(NearestOnTriangle({2, -3, 1}, a, b, c), (Point{2, 0, 0}));
+  EXPECT_EQ(NearestOnTriangle({4, 4, 1}, a, b, c), (Point{2, 2, 0}));
+  EXPECT_EQ(NearestOnTriangle({9, -1, 1}, a, b, c), (Point{4, 0, 0}));
+}
+
+TEST(RayWinding, IsThatOfTheSolidAngles) {
+  formats::Mesh solid = Box({0, 0, 0}, {4, 4, 4}, 0);
+  const auto add = [&](const formats::Mesh& other) {
+    const auto first = static_cast<std::int32_t>(solid.vertices.size());
+    solid.vertices.insert(solid.vertices.end(), other.vertices.begin(), other.vertices.end());
+    for (formats::Facet facet : other.facets) {
+      for (std::int32_t& vertex : facet.vertices) vertex += first;
+      solid.facets.push_back(facet);
+    }
+  };
+  add(Box({3, 3, 3}, {6, 6, 6}, 0));  // overlaps the first
+  formats::Mesh cavity = Box({1, 1, 1}, {2, 2, 2}, 0);
+  for (formats::Facet& facet : cavity.facets) std::swap(facet.vertices[0], facet.vertices[1]);
+  add(cavity);
+  const RayWinding winding(solid);
+  for (int i = 0; i < 1000; ++i) {
+    const Point point = {0.77 * (i % 10) - 0.7, 0.77 * (i / 10 % 10) - 0.6, 0.77 * (i / 100) - 0.5};
+    EXPECT_NEAR(winding.Of(point), WindingNumber(solid, point), 1e-9);
+  }
+  EXPECT_EQ(winding.Of({3.5, 3.5, 3.5}), 2);
+  EXPECT_EQ(winding.Of({1.5, 1.5, 1.5}), 0);
+}
+
+TEST(ExactOffset, OfABoxIsKnown) {
+  const formats::Mesh box = Box({0, 0, 0}, {10, 10, 10}, 0);
+  const ExactOffset grown(box, 2);
+  const Point up = {0, 0, 1};
+  EXPECT_NEAR(grown.Off({5, 5, 12.25}, up), 0.25, 1e-6);
+  EXPECT_NEAR(grown.Off({5, 5, 11.5}, up), 0.5, 1e-6);
+  EXPECT_NEAR(grown.Off({5, 5, 9.5}, up), 2.5, 1e-6);  // in the box, within the band
+  EXPECT_NEAR(grown.Off({5, 5, 5}, up), 7, 1e-6);
+  EXPECT_EQ(grown.Above({5, 5, 10}, up), (Point{5, 5, 12}));
+  EXPECT_EQ(grown.Above({5, 5, 10}, {0, 0, -1}), std::nullopt);
+  const ExactOffset shrunk(box, -2);
+  EXPECT_NEAR(shrunk.Off({5, 5, 7.75}, up), 0.25, 1e-6);
+  EXPECT_NEAR(shrunk.Off({5, 5, 12}, up), 4, 1e-6);
+  // In the corner of the smaller box, though only 1 from each of three faces.
+  EXPECT_NEAR(shrunk.Off({9, 9, 9}, {1, 0, 0}), std::sqrt(3.0), 1e-6);
+  // Above a point near the edge the other face's band is left at the edge of the smaller box.
+  const std::optional<Point> crease = shrunk.Above({9, 5, 10}, {0, 0, -1});
+  ASSERT_TRUE(crease);
+  EXPECT_NEAR(Length(Minus(*crease, {8, 5, 8})), 0, 1e-6);
+}
+
+TEST(OffsetDeviation, OfAnExactOffsetIsNoneAndPlacesBeyondAreNoted) {
+  const formats::Mesh box = Box({0, 0, 0}, {10, 10, 10}, 0);
+  const OffsetDeviation none = DeviationOfOffset(box, -2, Box({2, 2, 2}, {8, 8, 8}, 0), {1, 1e-6});
+  EXPECT_GT(none.exactPoints, 100U);
+  EXPECT_LE(none.ofResult, 1e-6);
+  EXPECT_LE(none.ofExact, 1e-6);
+  EXPECT_TRUE(none.resultBeyond.empty() && none.exactBeyond.empty());
+  // One face half a unit too low: its corners and those of the exact surface.
+  const OffsetDeviation low = DeviationOfOffset(box, -2, Box({2, 2, 2}, {8, 8, 7.5}, 0), {1, 0.4});
+  EXPECT_NEAR(low.ofResult, 0.5, 1e-6);
+  EXPECT_NEAR(low.ofExact, 0.5, 1e-6);
+  EXPECT_GE(low.resultBeyond.size(), 4U);
+  EXPECT_GE(low.exactBeyond.size(), 4U);
 }
 
 TEST(MovedTools, BallIsACapsuleUnderItsShank) {

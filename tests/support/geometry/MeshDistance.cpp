@@ -12,11 +12,24 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr std::size_t kLeaf = 4;
 
-double DistanceToSegment(const Point& p, const Point& a, const Point& b) {
+Point NearestOnSegment(const Point& p, const Point& a, const Point& b) {
   const Point along = Minus(b, a);
   const double square = Dot(along, along);
   const double share = square > 0 ? std::clamp(Dot(Minus(p, a), along) / square, 0.0, 1.0) : 0;
-  return Length(Minus(p, Plus(a, along, share)));
+  return Plus(a, along, share);
+}
+
+double DistanceToSegment(const Point& p, const Point& a, const Point& b) {
+  return Length(Minus(p, NearestOnSegment(p, a, b)));
+}
+
+// Whether the foot of the perpendicular lies in the triangle.
+bool IsAbove(const Point& p, const std::array<Point, 3>& corners, const Point& normal) {
+  for (std::size_t i = 0; i < 3; ++i) {
+    const Point& from = corners[i];
+    if (Dot(Cross(Minus(corners[(i + 1) % 3], from), Minus(p, from)), normal) < 0) return false;
+  }
+  return Dot(normal, normal) > 0;
 }
 
 double DistanceToBox(const Point& p, const Point& low, const Point& high) {
@@ -30,13 +43,21 @@ double DistanceToBox(const Point& p, const Point& low, const Point& high) {
 
 }  // namespace
 
+Point NearestOnTriangle(const Point& p, const Point& a, const Point& b, const Point& c) {
+  const Point normal = Cross(Minus(b, a), Minus(c, a));
+  if (IsAbove(p, {a, b, c}, normal)) {
+    return Plus(p, normal, -Dot(Minus(p, a), normal) / Dot(normal, normal));
+  }
+  Point best = NearestOnSegment(p, a, b);
+  for (const Point& other : {NearestOnSegment(p, b, c), NearestOnSegment(p, c, a)}) {
+    if (Length(Minus(p, other)) < Length(Minus(p, best))) best = other;
+  }
+  return best;
+}
+
 double DistanceToTriangle(const Point& p, const Point& a, const Point& b, const Point& c) {
   const Point normal = Cross(Minus(b, a), Minus(c, a));
-  const double area = Length(normal);
-  const bool above = area > 0 && Dot(Cross(Minus(b, a), Minus(p, a)), normal) >= 0 &&
-                     Dot(Cross(Minus(c, b), Minus(p, b)), normal) >= 0 &&
-                     Dot(Cross(Minus(a, c), Minus(p, c)), normal) >= 0;
-  if (above) return std::abs(Dot(Minus(p, a), normal)) / area;
+  if (IsAbove(p, {a, b, c}, normal)) return std::abs(Dot(Minus(p, a), normal)) / Length(normal);
   return std::min(
       {DistanceToSegment(p, a, b), DistanceToSegment(p, b, c), DistanceToSegment(p, c, a)});
 }

@@ -8,6 +8,9 @@
 
 namespace support {
 
+/// The point of the triangle a, b, c that is nearest to p.
+Point NearestOnTriangle(const Point& p, const Point& a, const Point& b, const Point& c);
+
 /// Distance from a point to the triangle a, b, c.
 double DistanceToTriangle(const Point& p, const Point& a, const Point& b, const Point& c);
 

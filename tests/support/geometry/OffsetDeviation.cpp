@@ -1,132 +1,74 @@
 #include "support/geometry/OffsetDeviation.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
 #include <utility>
-#include <vector>
 
+#include "support/geometry/ExactOffset.h"
 #include "support/geometry/MeshChecks.h"
 #include "support/geometry/MeshDistance.h"
-#include "support/geometry/PlainDeviation.h"
-#include "support/geometry/Point.h"
 
 namespace support {
 namespace {
-
-// A walk that has gone on for so many radii is not about the place that it began at any more.
-constexpr double kMostRadii = 3;
-constexpr int kMostSteps = 200;
-constexpr double kFoot = 1e-3;  // of the radius
-// Above this a winding number for each point takes too long.
-constexpr std::size_t kFewFacets = 5000;
-
-Point Unit(const Point& a) {
-  const double length = Length(a);
-  return length > 0 ? Plus({}, a, 1 / length) : a;
-}
 
 Point Between(const Point& a, const Point& b, double share) {
   return Unit(Plus(Plus({}, a, 1 - share), b, share));
 }
 
-class Witness {
+class ResultPoints {
  public:
-  Witness(const formats::Mesh& surface, double distance)
-      : m_surface(surface),
-        m_distance(surface),
-        m_radius(std::abs(distance)),
-        m_side(distance > 0 ? 1 : -1),
-        m_isClosed(ClosedFault(surface).empty()) {}
+  ResultPoints(const ExactOffset& exact, const OffsetLooks& looks, OffsetDeviation& deviation)
+      : m_exact(exact), m_looks(looks), m_deviation(deviation) {}
 
-  double To(const Point& point) const { return m_distance.To(point); }
-  double Radius() const { return m_radius; }
-  const formats::Mesh& Surface() const { return m_surface; }
-  // An open surface has an offset on both sides.
-  std::vector<double> Sides() const {
-    return m_isClosed ? std::vector<double>{m_side} : std::vector<double>{1, -1};
-  }
-
-  // From a point of the band to its end: along `first` for the first step, then up the slope of the
-  // distance. Steps are shorter than the distance, so that the walk stays on its side.
-  std::optional<Point> WayOut(Point point, const Point& first) const {
-    const Point start = point;
-    for (int step = 0; step < kMostSteps; ++step) {
-      const double distance = To(point);
-      const double left = m_radius - distance;
-      if (left <= 1e-7 * m_radius) return point;
-      point =
-          Plus(point, step == 0 ? first : SlopeAt(point, distance), std::min(left, 0.9 * distance));
-      if (Length(Minus(point, start)) > kMostRadii * m_radius) break;
+  void LookAt(const formats::Mesh& result) {
+    std::vector<bool> isKnown(result.vertices.size(), false);
+    for (std::size_t f = 0; f < result.facets.size(); f += m_looks.step) {
+      const formats::Facet& facet = result.facets[f];
+      const auto [a, b, c] = Corners(result, facet);
+      const Point outward = Normal(result, facet);
+      const std::array<Point, 3> corner = {a, b, c};
+      for (std::size_t i = 0; i < 3; ++i) {
+        const auto vertex = static_cast<std::size_t>(facet.vertices[i]);
+        if (!isKnown[vertex]) Look(corner[i], outward);
+        isKnown[vertex] = true;
+        // An edge from one of its facets.
+        const bool isOther = facet.vertices[i] > facet.vertices[(i + 1) % 3] && m_looks.step == 1;
+        if (!isOther) Look(Plus(Plus({}, corner[i], 0.5), corner[(i + 1) % 3], 0.5), outward);
+      }
+      const auto inside = [&](double x, double y) {
+        Look(Plus(Plus(Plus({}, a, 1 - x - y), b, x), c, y), outward);
+      };
+      inside(1.0 / 3, 1.0 / 3);
+      inside(2.0 / 3, 1.0 / 6);
+      inside(1.0 / 6, 2.0 / 3);
+      inside(1.0 / 6, 1.0 / 6);
     }
-    return std::nullopt;
-  }
-
-  Point SlopeAt(const Point& point, double distance) const {
-    const double h = 1e-6 * m_radius;
-    Point slope{};
-    for (std::size_t k = 0; k < 3; ++k) {
-      Point beside = point;
-      beside[k] += h;
-      slope[k] = To(beside) - distance;
-    }
-    return Unit(slope);
-  }
-
-  // A closed surface's offset lies on one side of it.
-  bool IsOnSide(const Point& point) const {
-    if (!m_isClosed || m_surface.facets.size() > kFewFacets) return true;
-    return (WindingNumber(m_surface, point) < 0.5) == (m_side > 0);
   }
 
  private:
-  const formats::Mesh& m_surface;
-  MeshDistance m_distance;
-  double m_radius, m_side;
-  bool m_isClosed;
+  void Look(const Point& point, const Point& outward) {
+    ++m_deviation.resultPoints;
+    const double off = m_exact.Off(point, outward);
+    m_deviation.ofResult = std::max(m_deviation.ofResult, off);
+    if (off > m_looks.limit) m_deviation.resultBeyond.push_back({point, off});
+  }
+
+  const ExactOffset& m_exact;
+  const OffsetLooks& m_looks;
+  OffsetDeviation& m_deviation;
 };
-
-// From the exact surface, or a little more. `outward`: of the result there.
-double OffExact(const Witness& witness, const Point& point, const Point& outward) {
-  const double distance = witness.To(point);
-  if (distance >= witness.Radius()) return distance - witness.Radius();
-  double least = kMostRadii * witness.Radius();
-  for (const Point& way : {witness.SlopeAt(point, distance), outward, Plus({}, outward, -1)}) {
-    const std::optional<Point> end = witness.WayOut(point, way);
-    if (end) least = std::min(least, Length(Minus(*end, point)));
-  }
-  return least;
-}
-
-double FarthestOfResult(const Witness& witness, const formats::Mesh& result, std::size_t step) {
-  double farthest = 0;
-  for (std::size_t f = 0; f < result.facets.size(); f += step) {
-    const auto corners = Corners(result, result.facets[f]);
-    const Point outward = Normal(result, result.facets[f]);
-    const auto look = [&](double x, double y) {
-      const Point point = Plus(Plus(Plus({}, corners[0], 1 - x - y), corners[1], x), corners[2], y);
-      farthest = std::max(farthest, OffExact(witness, point, outward));
-    };
-    look(0, 0);
-    look(0.5, 0);
-    look(0.5, 0.5);
-    look(0, 0.5);
-    look(1.0 / 3, 1.0 / 3);
-    look(2.0 / 3, 1.0 / 6);
-    look(1.0 / 6, 2.0 / 3);
-    look(1.0 / 6, 1.0 / 6);
-  }
-  return farthest;
-}
 
 class ExactPoints {
  public:
-  explicit ExactPoints(const Witness& witness)
-      : m_witness(witness), m_sums(witness.Surface().vertices.size(), Point{}) {
-    for (const formats::Facet& facet : witness.Surface().facets) {
-      const Point normal = Normal(witness.Surface(), facet);
+  ExactPoints(const ExactOffset& exact, const OffsetLooks& looks, OffsetDeviation& deviation)
+      : m_exact(exact),
+        m_looks(looks),
+        m_deviation(deviation),
+        m_sums(exact.Surface().vertices.size(), Point{}) {
+    for (const formats::Facet& facet : exact.Surface().facets) {
+      const Point normal = Normal(exact.Surface(), facet);
       for (std::size_t i = 0; i < 3; ++i) {
         const std::int32_t from = facet.vertices[i];
         const std::int32_t to = facet.vertices[(i + 1) % 3];
@@ -137,19 +79,28 @@ class ExactPoints {
     }
   }
 
-  std::vector<Point> Of(std::size_t step) {
-    const std::vector<formats::Facet>& facets = m_witness.Surface().facets;
-    for (std::size_t f = 0; f < facets.size(); f += step) {
-      for (const double side : m_witness.Sides()) AddAbove(facets[f], side);
+  void LookFrom(const formats::Mesh& result) {
+    const MeshDistance toResult(result);
+    const std::vector<formats::Facet>& facets = m_exact.Surface().facets;
+    for (std::size_t f = 0; f < facets.size(); f += m_looks.step) {
+      for (const double side : m_exact.Sides()) LookAbove(facets[f], side, toResult);
     }
-    return std::move(m_points);
   }
 
  private:
-  void AddAbove(const formats::Facet& facet, double side) {
-    const auto corners = Corners(m_witness.Surface(), facet);
-    const Point normal = Normal(m_witness.Surface(), facet);
-    Add(Centre(m_witness.Surface(), facet), normal, side);
+  void LookAbove(const formats::Facet& facet, double side, const MeshDistance& toResult) {
+    const auto corners = Corners(m_exact.Surface(), facet);
+    const Point normal = Normal(m_exact.Surface(), facet);
+    const auto look = [&](const Point& foot, const Point& way) {
+      if (!(Length(way) > 0.5)) return;
+      const std::optional<Point> point = m_exact.Above(foot, Plus({}, way, side));
+      if (!point) return;
+      ++m_deviation.exactPoints;
+      const double off = toResult.To(*point);
+      m_deviation.ofExact = std::max(m_deviation.ofExact, off);
+      if (off > m_looks.limit) m_deviation.exactBeyond.push_back({*point, off});
+    };
+    look(Centre(m_exact.Surface(), facet), normal);
     for (std::size_t i = 0; i < 3; ++i) {
       const Point& from = corners[i];
       const Point& to = corners[(i + 1) % 3];
@@ -158,45 +109,28 @@ class ExactPoints {
       const Point sum = Unit(m_sums[static_cast<std::size_t>(facet.vertices[i])]);
       for (const double share : {0.0, 0.25, 0.5}) {
         for (const double place : {0.25, 0.5, 0.75}) {
-          Add(Plus(from, Minus(to, from), place), Between(normal, other, share), side);
+          look(Plus(from, Minus(to, from), place), Between(normal, other, share));
         }
-        Add(from, Between(normal, sum, 2 * share), side);
+        look(from, Between(normal, sum, 2 * share));
       }
     }
   }
 
-  void Add(const Point& on, const Point& normal, double side) {
-    const double radius = m_witness.Radius();
-    if (!(Length(normal) > 0.5)) return;
-    Point point = Plus(on, normal, side * radius);
-    if (m_witness.To(point) < radius * (1 - 1e-9)) {
-      // Another band covers it. Up from the foot, so that no other wall is passed on the way.
-      const std::optional<Point> end =
-          m_witness.WayOut(Plus(on, normal, side * kFoot * radius), Plus({}, normal, side));
-      if (!end || !m_witness.IsOnSide(*end)) return;
-      point = *end;
-    }
-    m_points.push_back(point);
-  }
-
-  const Witness& m_witness;
+  const ExactOffset& m_exact;
+  const OffsetLooks& m_looks;
+  OffsetDeviation& m_deviation;
   std::vector<Point> m_sums;  // of the normals at each vertex
   std::map<std::pair<std::int32_t, std::int32_t>, Point> m_beside;
-  std::vector<Point> m_points;
 };
 
 }  // namespace
 
 OffsetDeviation DeviationOfOffset(const formats::Mesh& surface, double distance,
-                                  const formats::Mesh& result, std::size_t step) {
-  const Witness witness(surface, distance);
+                                  const formats::Mesh& result, const OffsetLooks& looks) {
+  const ExactOffset exact(surface, distance);
   OffsetDeviation deviation;
-  deviation.ofResult = FarthestOfResult(witness, result, step);
-  const MeshDistance toResult(result);
-  for (const Point& point : ExactPoints(witness).Of(step)) {
-    ++deviation.exactPoints;
-    deviation.ofExact = std::max(deviation.ofExact, toResult.To(point));
-  }
+  ResultPoints(exact, looks, deviation).LookAt(result);
+  ExactPoints(exact, looks, deviation).LookFrom(result);
   return deviation;
 }
 

@@ -21,4 +21,10 @@ inline Point Cross(const Point& a, const Point& b) {
 }
 inline double Length(const Point& a) { return std::sqrt(Dot(a, a)); }
 
+/// A vector of no length stays one.
+inline Point Unit(const Point& a) {
+  const double length = Length(a);
+  return length > 0 ? Plus({}, a, 1 / length) : a;
+}
+
 }  // namespace support
