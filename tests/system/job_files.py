@@ -3,6 +3,7 @@
 import array
 import math
 import os
+import random
 import struct
 
 
@@ -78,6 +79,17 @@ def write_holed_torus(path, count, count_around, every):
         file.write(b"binary surface" + struct.pack("<ii", len(vertices) // 3, len(records)))
         vertices.tofile(file)
         file.write(b"".join(records))
+
+
+def write_straws(path, count):
+    """Long thin facets, every one of which crosses many of the others."""
+    corners = random.Random(7)
+    vertices = []
+    for _ in range(count):
+        x, y, z = (corners.uniform(-100, 100) for _ in range(3))
+        far_x, far_y = corners.uniform(-100, 100), corners.uniform(-100, 100)
+        vertices += [(x, y, z), (far_x, far_y, z), (far_x + 0.01, far_y + 0.01, z)]
+    write_surface(path, vertices, [(i, i + 1, i + 2) for i in range(0, len(vertices), 3)])
 
 
 def write_path(path, positions, tool=(0.0, 3.0, 0.0, 90.0, 0.0, 0.0), colour=9, tolerance=0.05):
