@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -23,8 +22,9 @@ struct SettleLimits {
 struct MeshPlace {
   enum class Kind : std::uint8_t { kVertex, kEdge, kFacet } kind = Kind::kVertex;
   HalfEdgeMesh::Index index = 0;
-  friend auto operator<=>(const MeshPlace&,
-                          const MeshPlace&) = default;  // NOLINT(modernize-use-nullptr)
+  friend bool operator<(const MeshPlace& a, const MeshPlace& b) {
+    return a.kind != b.kind ? a.kind < b.kind : a.index < b.index;
+  }
 };
 
 // A place of the mesh that should change.
