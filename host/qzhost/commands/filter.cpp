@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/qzhost/SurfaceOperation.h"
+#include "host/qzhost/commands/arguments.h"
 #include "host/qzhost/commands/commands.h"
 
 namespace host {
@@ -91,10 +92,8 @@ int Filter(const Settings& settings, const Options& options) {
 void AddFilterCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand("filter", "Keep only the facets of the colours given");
   const auto settings = std::make_shared<Settings>();
-  command->add_option("IN", settings->input, "The mesh: .iff, .tmp, .stl, .ply, .obj, .off")
-      ->required();
-  command->add_option("OUT", settings->output, "The mesh to write, of these extensions")
-      ->required();
+  AddMeshInput(*command, settings->input);
+  AddMeshOutput(*command, settings->output);
   command
       ->add_option("--colour,--color", settings->colours,
                    "Colour numbers of the facets to keep, 0 to 255")

@@ -4,6 +4,7 @@
 #include "host/qzhost/CommandError.h"
 #include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/SurfaceOperation.h"
+#include "host/qzhost/commands/arguments.h"
 #include "host/qzhost/commands/commands.h"
 
 namespace host {
@@ -70,8 +71,7 @@ int Heal(const Settings& settings, const Options& options) {
 void AddHealCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand("heal", "Close gaps and mend facets of a surface");
   const auto settings = std::make_shared<Settings>();
-  command->add_option("IN", settings->input, "The mesh: .iff, .tmp, .stl, .ply, .obj, .off")
-      ->required();
+  AddMeshInput(*command, settings->input);
   command->add_option("OUT", settings->output,
                       "The mesh to write, of these extensions; not needed with --check");
   command

@@ -3,6 +3,7 @@
 
 #include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/SurfaceOperation.h"
+#include "host/qzhost/commands/arguments.h"
 #include "host/qzhost/commands/commands.h"
 
 namespace host {
@@ -59,10 +60,8 @@ void AddOffsetCommand(CLI::App& app, Options& options) {
   auto* command =
       app.add_subcommand("offset", "Grow a surface by a distance all around, or shrink a solid");
   const auto settings = std::make_shared<Settings>();
-  command->add_option("IN", settings->input, "The mesh: .iff, .tmp, .stl, .ply, .obj, .off")
-      ->required();
-  command->add_option("OUT", settings->output, "The mesh to write, of these extensions")
-      ->required();
+  AddMeshInput(*command, settings->input);
+  AddMeshOutput(*command, settings->output);
   command
       ->add_option("--distance", settings->distance,
                    "How far, in length units: outwards above 0, inwards below")

@@ -3,6 +3,7 @@
 
 #include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/OutlineOperation.h"
+#include "host/qzhost/commands/arguments.h"
 #include "host/qzhost/commands/commands.h"
 
 namespace host {
@@ -49,12 +50,8 @@ void AddSilhouetteCommand(CLI::App& app, Options& options) {
   auto* command =
       app.add_subcommand("silhouette", "Trace the outline of a surface's shadow along z");
   const auto settings = std::make_shared<Settings>();
-  command->add_option("IN", settings->input, "The mesh: .iff, .tmp, .stl, .ply, .obj, .off")
-      ->required();
-  command
-      ->add_option("OUT", settings->output,
-                   "The drawing to write, .svg or .dxf; any other name for a binary curves file")
-      ->required();
+  AddMeshInput(*command, settings->input);
+  AddCurvesOutput(*command, settings->output);
   command
       ->add_option("--distance", settings->distance,
                    "How far points that are left out may move the outline, in length units; 0: not "

@@ -3,6 +3,7 @@
 
 #include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/OutlineOperation.h"
+#include "host/qzhost/commands/arguments.h"
 #include "host/qzhost/commands/commands.h"
 
 namespace host {
@@ -52,12 +53,8 @@ void AddSpinSilhouetteCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand(
       "spin-silhouette", "Trace the outline in x and radius of a surface spun about the x axis");
   const auto settings = std::make_shared<Settings>();
-  command->add_option("IN", settings->input, "The mesh: .iff, .tmp, .stl, .ply, .obj, .off")
-      ->required();
-  command
-      ->add_option("OUT", settings->output,
-                   "The drawing to write, .svg or .dxf; any other name for a binary curves file")
-      ->required();
+  AddMeshInput(*command, settings->input);
+  AddCurvesOutput(*command, settings->output);
   command
       ->add_option(
           "--distance", settings->distance,
