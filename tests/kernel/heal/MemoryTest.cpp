@@ -1,11 +1,11 @@
 // Memory that runs out, at one allocation after the other.
 
 #include <algorithm>
-#include <cstring>
 #include <gtest/gtest.h>
 
 #include "FailingAllocation.h"
 #include "HealRun.h"
+#include "SilentDialog.h"
 #include "formats/BinarySurface.h"
 #include "platform/IFHeal.h"
 #include "support/TempDirectory.h"
@@ -15,20 +15,8 @@ namespace heal_test {
 namespace {
 
 using kernel_test::FailingAllocation;
+using kernel_test::SilentDialog;
 using support::Box;
-
-// Asks for no memory itself.
-class SilentDialog : public UIDialog {
- public:
-  void ErrorMessage(const char* message, bool fatal) override {
-    if (!fatal) return;
-    ++errors;
-    saysMemory = std::strcmp(message, "Memory limit reached.") == 0;
-  }
-
-  int errors = 0;
-  bool saysMemory = false;
-};
 
 // Needs every stage but the last cleaning: the geometry library, which unites bodies, loses a few
 // blocks of its own when it finds no memory.

@@ -1,12 +1,12 @@
 // Memory that runs out, at one allocation after the other.
 
 #include <algorithm>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <vector>
 
 #include "FailingAllocation.h"
 #include "OutlineRun.h"
+#include "SilentDialog.h"
 #include "formats/BinarySurface.h"
 #include "platform/IFSilhouette.h"
 #include "platform/IFSpinsil.h"
@@ -17,21 +17,9 @@ namespace outline_test {
 namespace {
 
 using kernel_test::FailingAllocation;
+using kernel_test::SilentDialog;
 
-// Asks for no memory itself.
-class SilentDialog : public UIDialog {
- public:
-  void ErrorMessage(const char* message, bool fatal) override {
-    if (!fatal) return;
-    ++errors;
-    saysMemory = std::strcmp(message, "Memory limit reached.") == 0;
-  }
-
-  int errors = 0;
-  bool saysMemory = false;
-};
-
-// The same, and takes all points.
+// Takes all points, and asks for no memory.
 struct SilentCurves final : CurveTransfer {
   int Reset() override { return points = 0; }
   const int* AddPoint(const double* xyz) override {
