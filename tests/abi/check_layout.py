@@ -16,7 +16,8 @@ CLANG, NM, SOURCE = sys.argv[1:4]
 
 def compile_interfaces(*flags):
     command = [CLANG, "--target=x86_64-pc-windows-msvc", "-std=c++20", "-fms-compatibility-version=19.30",
-               "-I" + SOURCE, "-I" + os.path.join(SOURCE, "platform", "mfc"), *flags,
+               "-I" + SOURCE, "-I" + os.path.join(SOURCE, "platform", "mfc"),
+               "-I" + os.path.join(SOURCE, "tests", "abi", "library"), *flags,
                os.path.join(SOURCE, "tests", "abi", "interfaces.cpp")]
     done = subprocess.run(command, capture_output=True, text=True, check=False)
     if done.returncode != 0:
@@ -55,6 +56,14 @@ class Layout(unittest.TestCase):
                 return [(int(offset), text.strip()) for offset, text in fields], size
         self.fail("no layout of " + name)
 
+    def assert_overrides(self, interface, name):
+        """The class fills every slot of the interface with an operation of its own."""
+        table = re.search(r"VFTable for '%s' in '%s' \((\d+) entries\)\.\n(.*?)\n\n" % (interface, name),
+                          self.vtables + "\n\n", re.S)
+        self.assertIsNotNone(table, name)
+        operations = re.findall(r"^\s*\d+ \| .*?%s::(\w+)\(" % name, table.group(2), re.M)
+        self.assertEqual(operations, self.slots(interface))
+
     def imported_names(self):
         listing = subprocess.run([NM, "-u", self.object], capture_output=True, text=True, check=True).stdout
         return set(re.sub(r"__imp_", "", name) for name in listing.split())
@@ -70,6 +79,12 @@ class Layout(unittest.TestCase):
     def test_curve_channel_has_six_slots_in_order(self):
         self.assertEqual(self.slots("CurveTransfer"),
                          ["Reset", "BeginGroup", "EndGroup", "AddPoint", "AddSegment", "Close"])
+
+    def test_channels_have_no_data_of_their_own(self):
+        for name in ("SurfaceTransfer", "CurveTransfer"):
+            fields, size = self.record(name)
+            self.assertEqual([text for _, text in fields if "vftable" not in text], [], name)
+            self.assertEqual(size, 8, name)
 
     def test_segment_record_keeps_its_field_order_and_size(self):
         fields, size = self.record("SegIpb")
@@ -96,6 +111,33 @@ class Layout(unittest.TestCase):
         self.assertRegex(kinds[5][1], r"char ?\[256\]$")
         self.assertEqual(size, 40 + 256)
 
+    def test_curve_writer_keeps_its_slots_field_order_and_size(self):
+        fields, size = self.record("CurveXferQZ")
+        own = [(offset, text.split()[-1]) for offset, text in fields if "CurveTransfer" not in text]
+        names = [name for _, name in own]
+        self.assertEqual(names, [
+            "m_points", "m_pointNumbers", "m_segments", "m_curves", "m_curveBuffer", "m_firstPoint",
+            "m_lastPoint", "m_lists", "m_index", "m_pointNumberCapacity", "m_pointCapacity",
+            "m_segmentCapacity", "m_curveCapacity", "m_growthStep", "m_tree", "m_pointCount",
+            "m_segmentCount", "m_curveCount", "m_curveLength", "m_beginGroupCount",
+            "m_endGroupCount", "m_mode", "m_stream", "m_closureThreshold"])
+        offsets = [offset for offset, _ in own]
+        self.assertEqual(offsets[:8], [8, 16, 24, 32, 40, 48, 52, 56])
+        # How large the two containers are is the library's affair.
+        behind = offsets[9]
+        self.assertEqual([offset - behind for offset in offsets[9:]],
+                         [0, 4, 8, 12, 16, 20, 28, 32, 36, 40, 44, 48, 52, 56, 64])
+        self.assertEqual(size, behind + 72)
+        kinds = dict((text.split()[-1], text.rsplit(" ", 1)[0]) for _, text in fields)
+        self.assertEqual(kinds["m_tree"], "int[2]")
+        self.assertEqual(kinds["m_closureThreshold"], "double")
+        self.assertRegex(kinds["m_stream"], r"(FILE|_iobuf) ?\*$")
+        entry, entry_size = self.record("CurveXferQZ::Curve")
+        self.assertEqual([(offset, text.split()[-1]) for offset, text in entry],
+                         [(0, "segments"), (8, "count")])
+        self.assertEqual(entry_size, 16)
+        self.assert_overrides("CurveTransfer", "CurveXferQZ")
+
     def test_stock_callback_keeps_its_field_order_and_size(self):
         fields, size = self.record("UIDlgKernel")
         own = [(offset, text) for offset, text in fields if text.split()[-1].startswith("m_")]
@@ -111,11 +153,7 @@ class Layout(unittest.TestCase):
         fields, size = self.record("UIDialogQZC")
         self.assertEqual([text for _, text in fields if "UIDialog" not in text and "vftable" not in text], [])
         self.assertEqual(size, 8)
-        table = re.search(r"VFTable for 'UIDialog' in 'UIDialogQZC' \((\d+) entries\)\.\n(.*?)\n\n",
-                          self.vtables + "\n\n", re.S)
-        self.assertIsNotNone(table)
-        operations = re.findall(r"^\s*\d+ \| .*?UIDialogQZC::(\w+)\(", table.group(2), re.M)
-        self.assertEqual(operations, self.slots("UIDialog"))
+        self.assert_overrides("UIDialog", "UIDialogQZC")
 
     def test_kernel_members_have_their_decorated_names(self):
         names = self.imported_names()

@@ -5,6 +5,7 @@
 #include "callbacks/UIDialogQZC.h"
 #include "callbacks/UIDlgKernel.h"
 #include "curves/CurveTransfer.h"
+#include "curves/CurveXferQZ.h"
 #include "curves/SegIpb.h"
 #include "platform/HostExecutable.h"
 #include "platform/HostProgress.h"
@@ -43,7 +44,7 @@ struct ProgressProbe : HostProgress {
 
 int LayOut() {
   return static_cast<int>(sizeof(UIDialogQZC) + sizeof(UIDlgKernel) + sizeof(SurfaceXferQZ) +
-                          sizeof(IFSweep) + sizeof(IFHeal) + sizeof(SegIpb));
+                          sizeof(CurveXferQZ) + sizeof(IFSweep) + sizeof(IFHeal) + sizeof(SegIpb));
 }
 
 void CallEverySlot(UIDialog* dialog, SurfaceTransfer* channel, HostProgress* progress) {
@@ -78,6 +79,8 @@ void CallHealKernel(UIDialog* dialog, char* path) {
 void CallOutlineKernel(UIDialog* dialog, SurfaceTransfer* channel, CurveTransfer* curves,
                        char* path) {
   CurveProbe curveProbe;
+  CurveXferQZ curveWriter(1, path);
+  curveWriter.Close();
   curves = curves == nullptr ? &curveProbe : curves;
   curves->Close();
   IFSilhouette silhouette;
