@@ -17,12 +17,16 @@ constexpr int kStepsUp = 8;
 // Of the radius: closer to the exact surface than that is on it.
 constexpr double kClose = 1e-3;
 
-StockMesh AsStock(const CutMesh& mesh) {
+StockMesh AsStock(const HalfEdgeMesh& mesh) {
   StockMesh stock;
-  stock.vertices = mesh.vertices;
-  stock.facets.reserve(mesh.facets.size());
-  for (const CutMesh::Facet& facet : mesh.facets) {
-    stock.facets.push_back({facet.vertices, facet.colour});
+  stock.vertices.reserve(mesh.VertexCount());
+  for (std::size_t i = 0; i < mesh.VertexCount(); ++i) {
+    stock.vertices.push_back(mesh.At(static_cast<HalfEdgeMesh::Index>(i)));
+  }
+  for (const HalfEdgeMesh::Index facet : mesh.LiveFacets()) {
+    stock.facets.push_back(
+        {{mesh.Origin(3 * facet), mesh.Origin(3 * facet + 1), mesh.Origin(3 * facet + 2)},
+         mesh.Colour(facet)});
   }
   return stock;
 }
@@ -99,11 +103,12 @@ class Search {
 
 }  // namespace
 
-Missed FindMissed(const OffsetField& field, const CutMesh& result, const MissedLimits& limits,
+Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const MissedLimits& limits,
                   const std::function<void(double)>& watch) {
   std::optional<StockTree> tree;
-  if (!result.facets.empty()) {
-    tree.emplace(AsStock(result), [&](double share) { watch(share / 2); });
+  const StockMesh stock = AsStock(result);
+  if (!stock.facets.empty()) {
+    tree.emplace(stock, [&](double share) { watch(share / 2); });
   }
   const std::size_t count = (field.SlotCount() + kChunk - 1) / kChunk;
   std::vector<Missed> found(count);

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "kernel/offset/OffsetField.h"
-#include "kernel/sweep/CutMesh.h"
+#include "kernel/sweep/HalfEdgeMesh.h"
 
 namespace kernel {
 
@@ -22,7 +22,7 @@ struct Missed {
 // above its middle, and where another facet's body covers that, further up the slope of the
 // distance, where gaps and walls that are just left have their middle. Runs on all threads; `watch`
 // hears the share that is done.
-Missed FindMissed(const OffsetField& field, const CutMesh& result, const MissedLimits& limits,
+Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const MissedLimits& limits,
                   const std::function<void(double)>& watch);
 
 }  // namespace kernel

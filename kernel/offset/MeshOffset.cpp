@@ -9,9 +9,11 @@
 
 #include "kernel/common/RunAside.h"
 #include "kernel/offset/FindMissed.h"
+#include "kernel/offset/MendOffset.h"
 #include "kernel/offset/OffsetCrossings.h"
 #include "kernel/offset/OffsetNodes.h"
 #include "kernel/offset/RefineOffset.h"
+#include "kernel/offset/SettleVertices.h"
 #include "kernel/sweep/Contour.h"
 #include "kernel/sweep/MergePlanes.h"
 
@@ -28,6 +30,9 @@ constexpr double kMissedSpacings = 0.5;
 // How far the contour is when nodes, crossings and facets are done.
 constexpr double kNodesDone = 0.3;
 constexpr double kCrossingsDone = 0.6;
+// Of refining when vertices are in place, of cleaning when what is left has been mended.
+constexpr double kSettled = 0.3;
+constexpr double kMended = 0.8;
 
 double LargestCoordinate(const Box3& box) {
   double largest = box.Diagonal();
@@ -51,13 +56,14 @@ class Maker {
   }
 
   CutMesh Make() {
-    CutMesh mesh = AtSpacing(m_plan.spacing);
-    Missed missed = LookForMissed(mesh, m_plan.spacing);
+    HalfEdgeMesh refined = AtSpacing(m_plan.spacing);
+    Missed missed = LookForMissed(refined, m_plan.spacing);
     for (double spacing = m_plan.spacing / 2; missed.points > 0 && spacing >= m_plan.finestSpacing;
          spacing /= 2) {
-      mesh = AtSpacing(spacing);
-      missed = LookForMissed(mesh, spacing);
+      refined = AtSpacing(spacing);
+      missed = LookForMissed(refined, spacing);
     }
+    CutMesh mesh = Finish(std::move(refined));
     if (m_left.count > 0) WarnOf(m_left);
     if (missed.points > 0) WarnOf(missed);
     // The mesh so far is that of what is left, which lies outside of a grown surface.
@@ -76,9 +82,9 @@ class Maker {
     m_progress.End();
   }
 
-  CutMesh AtSpacing(double spacing) {
+  HalfEdgeMesh AtSpacing(double spacing) {
     const DexelLattice lattice(m_box, spacing);
-    return Merge(Refine(Contour(lattice), spacing));
+    return Refine(Contour(lattice), spacing);
   }
 
   CutMesh Contour(const DexelLattice& lattice) {
@@ -98,17 +104,24 @@ class Maker {
 
   HalfEdgeMesh Refine(CutMesh contour, double spacing) {
     HalfEdgeMesh mesh(std::move(contour));
+    const double exact = std::max(kExact * m_box.Diagonal(), kRoundings * m_field->Rounding());
+    m_limits = {m_plan.tolerance, exact, kReach * spacing};
     RunStage("Optimising surface", [&](const Tell& tell) {
-      const double exact = std::max(kExact * m_box.Diagonal(), kRoundings * m_field->Rounding());
-      m_left = RefineOffset(mesh, *m_makers, {m_plan.tolerance, exact, kReach * spacing}, tell);
+      m_stuck =
+          SettleVertices(mesh, *m_makers, m_limits, [&](double share) { tell(kSettled * share); });
+      m_unfit = RefineOffset(mesh, *m_makers, m_limits, mesh.LiveFacets(),
+                             [&](double share) { tell(kSettled + (1 - kSettled) * share); });
     });
     return mesh;
   }
 
-  CutMesh Merge(HalfEdgeMesh mesh) {
+  CutMesh Finish(HalfEdgeMesh mesh) {
     MergedPlanes merged;
     RunStage("Cleaning surface", [&](const Tell& tell) {
-      merged = MergePlanes(std::move(mesh), m_box.Diagonal(), tell);
+      m_left = MendOffset(mesh, *m_makers, m_limits, Unfit(mesh),
+                          [&](double share) { tell(kMended * share); });
+      merged = MergePlanes(std::move(mesh), m_box.Diagonal(),
+                           [&](double share) { tell(kMended + (1 - kMended) * share); });
     });
     if (merged.slivers > 0) {
       m_progress.Warn(std::to_string(merged.slivers) + " facets without area could not be removed");
@@ -116,7 +129,22 @@ class Maker {
     return std::move(merged.mesh);
   }
 
-  Missed LookForMissed(const CutMesh& mesh, double spacing) {
+  // Facets that are off, and those around vertices that are.
+  std::vector<HalfEdgeMesh::Index> Unfit(const HalfEdgeMesh& mesh) {
+    std::vector<HalfEdgeMesh::Index> unfit = std::move(m_unfit);
+    for (const HalfEdgeMesh::Index vertex : m_stuck) {
+      const HalfEdgeMesh::Index first = mesh.Out(vertex);
+      if (first == HalfEdgeMesh::kNone) continue;
+      HalfEdgeMesh::Index half = first;
+      do {
+        unfit.push_back(half / 3);
+        half = mesh.Around(half);
+      } while (half != first);
+    }
+    return unfit;
+  }
+
+  Missed LookForMissed(const HalfEdgeMesh& mesh, double spacing) {
     Missed missed;
     RunStage("Scanning surface", [&](const Tell& tell) {
       const double distance =
@@ -149,6 +177,8 @@ class Maker {
   std::optional<StockTree> m_tree;
   std::optional<OffsetField> m_field;
   std::optional<OffsetMakers> m_makers;
+  OffsetLimits m_limits;
+  std::vector<HalfEdgeMesh::Index> m_stuck, m_unfit;  // vertices and facets
   OffPlaces m_left;
 };
 

@@ -56,6 +56,15 @@ int HalfEdgeMesh::Valence(Index vertex) const {
   return valence;
 }
 
+std::vector<HalfEdgeMesh::Index> HalfEdgeMesh::LiveFacets() const {
+  std::vector<Index> live;
+  live.reserve(FacetCount());
+  for (Index facet = 0; facet < FacetCount(); ++facet) {
+    if (IsLive(facet)) live.push_back(facet);
+  }
+  return live;
+}
+
 std::vector<HalfEdgeMesh::Index> HalfEdgeMesh::EdgesOf(const std::vector<Index>& facets) const {
   std::vector<bool> isOne(FacetCount(), false);
   for (const Index facet : facets) isOne[facet] = true;

@@ -36,6 +36,7 @@ class HalfEdgeMesh {
   Index Around(Index half) const { return m_twin[Previous(half)]; }
   std::uint8_t Colour(Index facet) const { return m_mesh.facets[facet].colour; }
 
+  std::vector<Index> LiveFacets() const;
   // The edges of the facets, each once, by one of their half edges in those facets.
   std::vector<Index> EdgesOf(const std::vector<Index>& facets) const;
 

@@ -31,7 +31,7 @@ TEST(OffsetCallbacks, StagesBeginWithTextsThatADialogKnows) {
   EXPECT_EQ(RunOffset(Body(), 3, 45).dialog.Stages(),
             (std::vector<std::string>{"Preparing surface", "Initialising surface",
                                       "Offsetting (phase 2)... 1", "Optimising surface",
-                                      "Cleaning surface", "Scanning surface", "Writing surface"}));
+                                      "Scanning surface", "Cleaning surface", "Writing surface"}));
 }
 
 TEST(OffsetCallbacks, CountsOfAStageRiseFromOneToItsTotal) {
@@ -111,8 +111,8 @@ TEST(OffsetCallbacks, LogTakesStagesAndMessages) {
             "stage: Initialising surface\n"
             "stage: Offsetting (phase 2)... 1\n"
             "stage: Optimising surface\n"
-            "stage: Cleaning surface\n"
             "stage: Scanning surface\n"
+            "stage: Cleaning surface\n"
             "warning: nothing is left of the solid\n"
             "stage: Writing surface\n");
 }

@@ -1,0 +1,54 @@
+#include "kernel/offset/FacetFit.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "kernel/sweep/SoundFacet.h"
+
+namespace kernel {
+namespace {
+
+// Where a facet is nearly upright over the surface, what the field tells is not raised further.
+constexpr double kLeastFacing = 0.1;
+// A place that is off by the tolerance counts as much as one that faces aside by 60 degrees; being
+// off by more than many tolerances makes no difference.
+constexpr double kOffWeight = 0.5;
+constexpr double kMostOff = 30;
+
+}  // namespace
+
+FacetFit FitOf(const LocalOffset& solid, const Corners& facet, const OffsetLimits& limits) {
+  const auto& [a, b, c] = facet;
+  const Vec3 across = Cross(b - a, c - a);
+  FacetFit fit;
+  fit.isSound = IsSoundFacet(a, b, c, across);
+  const Vec3 normal = Normalised(across);
+  const Vec3 centre = (a + b + c) / 3;
+  double offSquares = 0, asides = 0, least = 1;
+  const auto lookAt = [&](const Vec3& point, bool isInner) {
+    const OffSurface off = solid.HowFarOff(point);
+    const double distance = std::abs(off.distance);
+    const double share = std::min(distance / limits.tolerance, kMostOff);
+    offSquares += share * share;
+    // On an edge along a crease either side's normal may be found.
+    const double facing = isInner ? Dot(normal, solid.From(off.maker, point).plane.normal) : 1;
+    fit.off = std::max(fit.off, distance / std::max(facing, kLeastFacing));
+    asides += 1 - facing;
+    least = std::min(least, facing);
+  };
+  lookAt(centre, true);
+  for (const Vec3& corner : facet) lookAt((corner + centre) / 2, true);
+  lookAt((a + b) / 2, false);
+  lookAt((b + c) / 2, false);
+  lookAt((c + a) / 2, false);
+  const double area = Length(across) / 2;
+  fit.cost = area * (asides / 4 + kOffWeight * offSquares / 7);
+  if (least < 0) {
+    const double longest =
+        std::sqrt(std::max({LengthSquared(b - a), LengthSquared(c - b), LengthSquared(a - c)}));
+    if (longest > 0) fit.fold = 2 * area / longest;
+  }
+  return fit;
+}
+
+}  // namespace kernel

@@ -1,0 +1,274 @@
+#include "kernel/offset/MendFolds.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "kernel/offset/EachOnOffset.h"
+#include "kernel/offset/FacetFit.h"
+#include "kernel/sweep/SoundFacet.h"
+
+namespace kernel {
+namespace {
+
+using Index = HalfEdgeMesh::Index;
+
+constexpr std::size_t kChunk = 16;  // each of these may take a while
+constexpr int kMostRounds = 60;
+// A change must save so much of the cost around it.
+constexpr double kLeastGain = 1e-3;
+constexpr double kGoodGain = 0.3;
+constexpr double kMostValence = 24;
+
+struct Mend {
+  enum class Kind { kNone, kFlip, kJoin, kMove, kSplit };
+  Kind kind = Kind::kNone;
+  Index half = 0;  // of kJoin and kMove the one out of the vertex that moves
+  Vec3 at;
+  double gain = 0;
+};
+
+class Surgeon {
+ public:
+  Surgeon(const HalfEdgeMesh& mesh, const LocalOffset& solid, const OffsetLimits& limits)
+      : m_mesh(mesh), m_solid(solid), m_limits(limits) {}
+
+  bool IsBad(Index facet) { return Fit(facet).IsBad(m_limits.tolerance); }
+
+  // What helps a facet that is bad most. Where a turned edge saves a good deal, nothing else is
+  // tried.
+  Mend BestFor(Index facet) {
+    m_best = {};
+    for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
+      ConsiderFlip(half);
+      ConsiderFlip(HalfEdgeMesh::Next(m_mesh.Twin(half)));
+      ConsiderFlip(HalfEdgeMesh::Previous(m_mesh.Twin(half)));
+    }
+    if (m_best.gain > kGoodGain * Fit(facet).cost) return m_best;
+    for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
+      ConsiderJoin(half);
+      ConsiderJoin(m_mesh.Twin(half));
+      ConsiderMove(half);
+      ConsiderSplit(half);
+    }
+    return m_best;
+  }
+
+ private:
+  const Vec3& From(Index half) const { return m_mesh.At(m_mesh.Origin(half)); }
+  const Vec3& To(Index half) const { return m_mesh.At(m_mesh.Target(half)); }
+  const Vec3& Left(Index half) const { return m_mesh.At(m_mesh.Target(HalfEdgeMesh::Next(half))); }
+
+  const FacetFit& Fit(Index facet) {
+    for (const auto& [known, fit] : m_known) {
+      if (known == facet) return fit;
+    }
+    const Corners corners = {From(3 * facet), From(3 * facet + 1), From(3 * facet + 2)};
+    return m_known.emplace_back(facet, FitOf(m_solid, corners, m_limits)).second;
+  }
+
+  // Weighs facets that would be new, as long as they may be better than what is known.
+  void Consider(Mend::Kind kind, Index half, const Vec3& at, double before,
+                const std::vector<Corners>& facets) {
+    const double most = before - std::max(kLeastGain * before, m_best.gain);
+    if (most <= 0) return;
+    for (const Corners& f : facets) {
+      if (!IsSoundFacet(f[0], f[1], f[2], Cross(f[1] - f[0], f[2] - f[0]))) return;
+    }
+    double after = 0;
+    for (const Corners& corners : facets) {
+      after += FitOf(m_solid, corners, m_limits).cost;
+      if (after >= most) return;
+    }
+    m_best = {kind, half, at, before - after};
+  }
+
+  double CostAt(Index half) { return Fit(half / 3).cost + Fit(m_mesh.Twin(half) / 3).cost; }
+
+  void ConsiderFlip(Index half) {
+    if (!m_mesh.CanFlip(half)) return;
+    const Index twin = m_mesh.Twin(half);
+    Consider(Mend::Kind::kFlip, half, {}, CostAt(half),
+             {{Left(half), From(half), Left(twin)}, {Left(twin), To(half), Left(half)}});
+  }
+
+  void ConsiderSplit(Index half) {
+    const Index twin = m_mesh.Twin(half);
+    const auto consider = [&](const std::optional<PlaceAlongEdge>& place) {
+      if (!place) return;
+      const Vec3& at = place->at;
+      Consider(Mend::Kind::kSplit, half, at, CostAt(half),
+               {{From(half), at, Left(half)},
+                {at, To(half), Left(half)},
+                {at, From(half), Left(twin)},
+                {To(half), at, Left(twin)}});
+    };
+    const std::optional<PlaceAlongEdge> best = PlaceOnEdge(m_solid, From(half), To(half), m_limits);
+    consider(best);
+    if (best && best->isCrease) {
+      consider(PlaceAboveMiddle(m_solid, From(half), To(half), m_limits));
+    }
+  }
+
+  // The facets around a half edge's origin when that is elsewhere, without those at `merged`.
+  std::vector<Corners> Ring(Index half, const Vec3& at, Index merged) const {
+    std::vector<Corners> facets;
+    Index out = half;
+    do {
+      if (m_mesh.Target(out) != merged && m_mesh.Target(HalfEdgeMesh::Next(out)) != merged) {
+        facets.push_back({at, To(out), Left(out)});
+      }
+      out = m_mesh.Around(out);
+    } while (out != half);
+    return facets;
+  }
+
+  double RingCost(Index half) {
+    double cost = 0;
+    Index out = half;
+    do {
+      cost += Fit(out / 3).cost;
+      out = m_mesh.Around(out);
+    } while (out != half);
+    return cost;
+  }
+
+  void ConsiderJoin(Index half) {
+    if (!m_mesh.CanCollapse(half)) return;
+    Consider(Mend::Kind::kJoin, half, {}, RingCost(half),
+             Ring(half, To(half), m_mesh.Target(half)));
+  }
+
+  void ConsiderMove(Index half) {
+    Vec3 middle;
+    double count = 0;
+    Index out = half;
+    do {
+      middle += To(out);
+      ++count;
+      out = m_mesh.Around(out);
+    } while (out != half && count < kMostValence);
+    const std::optional<Vec3> at = PlaceOnOffset(m_solid, middle / count, m_limits);
+    if (!at) return;
+    Consider(Mend::Kind::kMove, half, *at, RingCost(half), Ring(half, *at, HalfEdgeMesh::kNone));
+  }
+
+  const HalfEdgeMesh& m_mesh;
+  const LocalOffset& m_solid;
+  OffsetLimits m_limits;
+  Mend m_best;
+  std::vector<std::pair<Index, FacetFit>> m_known;
+};
+
+class Ward {
+ public:
+  Ward(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
+       const std::function<void()>& watch)
+      : m_mesh(mesh), m_makers(makers), m_limits(limits), m_watch(watch) {}
+
+  std::vector<Index> Treat(std::vector<Index> due) {
+    for (int round = 0; round < kMostRounds && !due.empty(); ++round) due = Round(due);
+    std::vector<Index> touched;
+    for (Index facet = 0; facet < m_touched.size(); ++facet) {
+      if (m_touched[facet] && m_mesh.IsLive(facet)) touched.push_back(facet);
+    }
+    return touched;
+  }
+
+ private:
+  std::vector<Index> Round(const std::vector<Index>& due) {
+    std::vector<Mend> mends(due.size());
+    ForEachInChunks(
+        due.size(), m_makers, [&](double) { m_watch(); },
+        [&](const LocalOffset& solid, std::size_t i) {
+          Surgeon surgeon(m_mesh, solid, m_limits);
+          if (surgeon.IsBad(due[i])) mends[i] = surgeon.BestFor(due[i]);
+        },
+        kChunk);
+    std::erase_if(mends, [](const Mend& mend) { return mend.kind == Mend::Kind::kNone; });
+    std::sort(mends.begin(), mends.end(), [](const Mend& a, const Mend& b) {
+      return a.gain != b.gain ? a.gain > b.gain : a.half < b.half;
+    });
+    m_changed.assign(m_mesh.FacetCount(), false);
+    m_again.clear();
+    for (const Mend& mend : mends) Do(mend);
+    m_changed.resize(m_mesh.FacetCount(), true);
+    m_touched.resize(m_mesh.FacetCount(), false);
+    std::vector<Index> again = std::move(m_again);
+    for (Index facet = 0; facet < m_changed.size(); ++facet) {
+      if (!m_changed[facet]) continue;
+      m_touched[facet] = true;
+      if (!m_mesh.IsLive(facet)) continue;
+      again.push_back(facet);
+      // What was stuck beside it may not be any more.
+      for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
+        again.push_back(m_mesh.Twin(half) / 3);
+      }
+    }
+    std::erase_if(again, [&](Index facet) { return !m_mesh.IsLive(facet); });
+    std::sort(again.begin(), again.end());
+    again.erase(std::unique(again.begin(), again.end()), again.end());
+    return again;
+  }
+
+  // The facets that a mend was weighed with.
+  std::vector<Index> Concerned(const Mend& mend) const {
+    if (mend.kind == Mend::Kind::kFlip || mend.kind == Mend::Kind::kSplit) {
+      return {mend.half / 3, m_mesh.Twin(mend.half) / 3};
+    }
+    std::vector<Index> facets;
+    Index out = mend.half;
+    do {
+      facets.push_back(out / 3);
+      out = m_mesh.Around(out);
+    } while (out != mend.half);
+    return facets;
+  }
+
+  void Do(const Mend& mend) {
+    // Its own facet first: it may be gone, and nothing else can be asked then.
+    const auto isChanged = [&](Index f) { return f >= m_changed.size() || m_changed[f]; };
+    if (isChanged(mend.half / 3)) return;
+    const std::vector<Index> concerned = Concerned(mend);
+    if (std::any_of(concerned.begin(), concerned.end(), isChanged)) {
+      m_again.push_back(mend.half / 3);
+      return;
+    }
+    switch (mend.kind) {
+      case Mend::Kind::kFlip:
+        if (!m_mesh.CanFlip(mend.half)) return;
+        m_mesh.Flip(mend.half);
+        break;
+      case Mend::Kind::kJoin:
+        if (!m_mesh.CanCollapse(mend.half)) return;
+        m_mesh.Collapse(mend.half);
+        break;
+      case Mend::Kind::kMove:
+        m_mesh.MoveTo(m_mesh.Origin(mend.half), mend.at);
+        break;
+      case Mend::Kind::kSplit:
+        m_mesh.SplitEdge(mend.half, mend.at);
+        break;
+      case Mend::Kind::kNone:
+        return;
+    }
+    for (const Index facet : concerned) m_changed[facet] = true;
+  }
+
+  HalfEdgeMesh& m_mesh;
+  const OffsetMakers& m_makers;
+  OffsetLimits m_limits;
+  const std::function<void()>& m_watch;
+  std::vector<bool> m_changed, m_touched;
+  std::vector<Index> m_again;
+};
+
+}  // namespace
+
+std::vector<Index> MendFolds(HalfEdgeMesh& mesh, const OffsetMakers& makers,
+                             const OffsetLimits& limits, const std::vector<Index>& suspects,
+                             const std::function<void()>& watch) {
+  return Ward(mesh, makers, limits, watch).Treat(suspects);
+}
+
+}  // namespace kernel

@@ -1,0 +1,118 @@
+#include "kernel/offset/MendOffset.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+#include "kernel/offset/EachOnOffset.h"
+#include "kernel/offset/MendFolds.h"
+#include "kernel/offset/RefineOffset.h"
+
+namespace kernel {
+namespace {
+
+using Index = HalfEdgeMesh::Index;
+using Watch = std::function<void(double)>;
+
+constexpr int kMostCycles = 4;
+// The share of the work that the first look is.
+constexpr double kLookDone = 0.3;
+
+class Mender {
+ public:
+  Mender(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits)
+      : m_mesh(mesh), m_makers(makers), m_limits(limits) {}
+
+  OffPlaces Run(std::vector<Index> left, const Watch& watch) {
+    std::vector<Index> due = Suspects([&](double share) { watch(kLookDone * share); });
+    Add(left, due);
+    std::vector<Index> looked = due;
+    for (int cycle = 0; cycle < kMostCycles && !due.empty(); ++cycle) {
+      const double done = kLookDone + (1 - kLookDone) * cycle / kMostCycles;
+      const std::vector<Index> changed =
+          MendFolds(m_mesh, m_makers, m_limits, due, [&] { watch(done); });
+      due = RefineOffset(m_mesh, m_makers, m_limits, changed, [&](double) { watch(done); });
+      Add(changed, due);
+      Keep(due);
+      Add(due, looked);
+    }
+    Keep(looked);
+    return Count(looked, watch);
+  }
+
+ private:
+  Vec3 MiddleOf(Index half) const {
+    return (m_mesh.At(m_mesh.Origin(half)) + m_mesh.At(m_mesh.Target(half))) / 2;
+  }
+  Vec3 CentreOf(Index facet) const {
+    return (m_mesh.At(m_mesh.Origin(3 * facet)) + m_mesh.At(m_mesh.Origin(3 * facet + 1)) +
+            m_mesh.At(m_mesh.Origin(3 * facet + 2))) /
+           3;
+  }
+  static void Add(const std::vector<Index>& some, std::vector<Index>& all) {
+    all.insert(all.end(), some.begin(), some.end());
+    std::sort(all.begin(), all.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
+  }
+  // Facets may have gone meanwhile.
+  void Keep(std::vector<Index>& facets) const {
+    std::erase_if(facets, [&](Index facet) { return !m_mesh.IsLive(facet); });
+  }
+
+  // Facets whose middle is off or that face aside there.
+  std::vector<Index> Suspects(const Watch& watch) const {
+    std::vector<std::uint8_t> isOne(m_mesh.FacetCount(), 0);
+    ForEachInChunks(isOne.size(), m_makers, watch, [&](const LocalOffset& solid, std::size_t i) {
+      const auto facet = static_cast<Index>(i);
+      if (!m_mesh.IsLive(facet)) return;
+      const Vec3 centre = CentreOf(facet);
+      const OffSurface off = solid.HowFarOff(centre);
+      const Vec3& a = m_mesh.At(m_mesh.Origin(3 * facet));
+      const Vec3 normal = Cross(m_mesh.At(m_mesh.Origin(3 * facet + 1)) - a,
+                                m_mesh.At(m_mesh.Origin(3 * facet + 2)) - a);
+      const Vec3 outward = solid.From(off.maker, centre).plane.normal;
+      const double facing = Dot(normal, outward);
+      isOne[i] = std::abs(off.distance) * Length(normal) > m_limits.tolerance / 2 * facing;
+    });
+    std::vector<Index> suspects;
+    for (Index facet = 0; facet < isOne.size(); ++facet) {
+      if (isOne[facet] != 0) suspects.push_back(facet);
+    }
+    return suspects;
+  }
+
+  OffPlaces Count(const std::vector<Index>& due, const Watch& watch) const {
+    const std::vector<Index> edges = m_mesh.EdgesOf(due);
+    std::vector<Vec3> places;
+    places.reserve(due.size() + edges.size());
+    for (const Index facet : due) places.push_back(CentreOf(facet));
+    for (const Index half : edges) places.push_back(MiddleOf(half));
+    std::vector<double> off(places.size());
+    ForEachInChunks(
+        places.size(), m_makers, [&](double) { watch(1); },
+        [&](const LocalOffset& solid, std::size_t i) {
+          off[i] = std::abs(solid.HowFarOff(places[i]).distance);
+        });
+    OffPlaces left;
+    for (const double one : off) {
+      if (one <= m_limits.tolerance) continue;
+      ++left.count;
+      left.farthest = std::max(left.farthest, one);
+    }
+    return left;
+  }
+
+  HalfEdgeMesh& m_mesh;
+  const OffsetMakers& m_makers;
+  OffsetLimits m_limits;
+};
+
+}  // namespace
+
+OffPlaces MendOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
+                     std::vector<HalfEdgeMesh::Index> left, const Watch& watch) {
+  return Mender(mesh, makers, limits).Run(std::move(left), watch);
+}
+
+}  // namespace kernel
