@@ -16,45 +16,74 @@ constexpr int kMostSteps = 24;
 constexpr int kStepsUp = 8;
 // Of the radius: closer to the exact surface than that is on it.
 constexpr double kClose = 1e-3;
+// Of the tolerance: there is little left then for what lies between the points looked at.
+constexpr double kUncovered = 0.7;
+constexpr double kNear = 0.3;
+// How far the places near a facet's corners are from them, on the way to its centre.
+constexpr double kInwards = 0.05;
 
-StockMesh AsStock(const HalfEdgeMesh& mesh) {
-  StockMesh stock;
-  stock.vertices.reserve(mesh.VertexCount());
-  for (std::size_t i = 0; i < mesh.VertexCount(); ++i) {
-    stock.vertices.push_back(mesh.At(static_cast<HalfEdgeMesh::Index>(i)));
+// Facets of a mesh to measure distances from.
+class ResultTree {
+ public:
+  ResultTree(const HalfEdgeMesh& mesh, std::vector<HalfEdgeMesh::Index> facets,
+             const std::function<void(double)>& watch)
+      : m_facets(std::move(facets)) {
+    if (m_facets.empty()) return;
+    StockMesh stock;
+    stock.vertices.reserve(3 * m_facets.size());
+    stock.facets.reserve(m_facets.size());
+    for (const HalfEdgeMesh::Index facet : m_facets) {
+      const auto first = static_cast<std::uint32_t>(stock.vertices.size());
+      for (HalfEdgeMesh::Index half = 3 * facet; half < 3 * facet + 3; ++half) {
+        stock.vertices.push_back(mesh.At(mesh.Origin(half)));
+      }
+      stock.facets.push_back({{first, first + 1, first + 2}, 0});
+    }
+    m_tree.emplace(stock, watch);
   }
-  for (const HalfEdgeMesh::Index facet : mesh.LiveFacets()) {
-    stock.facets.push_back(
-        {{mesh.Origin(3 * facet), mesh.Origin(3 * facet + 1), mesh.Origin(3 * facet + 2)},
-         mesh.Colour(facet)});
+
+  // `guess`: where the last search ended, 0 at first.
+  UncoveredPoint Nearest(const Vec3& point, std::uint32_t& guess) const {
+    if (!m_tree) return {point, std::numeric_limits<double>::infinity(), HalfEdgeMesh::kNone};
+    const StockTree::Nearest nearest = m_tree->FindNearest(point, guess);
+    guess = nearest.slot;
+    return {point, std::sqrt(nearest.square), m_facets[m_tree->FacetOf(nearest.slot)]};
   }
-  return stock;
-}
+
+ private:
+  std::vector<HalfEdgeMesh::Index> m_facets;
+  std::optional<StockTree> m_tree;
+};
 
 class Search {
  public:
-  Search(const OffsetField& field, const StockTree* result, const MissedLimits& limits)
+  Search(const OffsetField& field, const ResultTree& result, const MissedLimits& limits)
       : m_field(field), m_result(result), m_tolerance(limits.tolerance), m_limit(limits.distance) {}
 
   void LookAbove(std::uint32_t slot) {
     const Corners& corners = m_field.CornersOf(slot);
     const Vec3 centre = (corners[0] + corners[1] + corners[2]) / 3;
     for (const Vec3& normal : m_field.SideNormals(slot)) {
-      const Vec3 point = centre + normal * m_field.Radius();
-      if (m_field.At(point, slot).distance <= kClose * m_field.Radius()) {
-        Count(point, slot);
-        continue;
+      // Where the mesh is near by far there is nothing to be found beside that.
+      if (LookAbove(centre, normal, slot) <= kNear * m_tolerance) continue;
+      for (const Vec3& corner : corners) {
+        LookAbove(corner + (centre - corner) * kInwards, normal, slot);
       }
-      // Another body covers it. Up from the foot, so that no other facet is passed on the way.
-      const std::optional<Vec3> end =
-          WayUp(centre + normal * (2 * kClose * m_field.Radius()), slot);
-      if (end) Count(*end, slot);
     }
   }
 
   const Missed& Found() const { return m_missed; }
 
  private:
+  // Returns how far the mesh is from the exact surface there; 0 where there is none.
+  double LookAbove(const Vec3& foot, const Vec3& normal, std::uint32_t slot) {
+    const Vec3 point = foot + normal * m_field.Radius();
+    if (m_field.At(point, slot).distance <= kClose * m_field.Radius()) return Count(point, slot);
+    // Another body covers it. Up from the foot, so that no other facet is passed on the way.
+    const std::optional<Vec3> end = WayUp(foot + normal * (2 * kClose * m_field.Radius()), slot);
+    return end ? Count(*end, slot) : 0;
+  }
+
   // The distance from the mesh grows by no more than the step, so the walk never goes too far; no
   // step is as long as the distance, so it never comes to the other side.
   std::optional<Vec3> WayUp(Vec3 point, std::uint32_t slot) const {
@@ -82,20 +111,18 @@ class Search {
     return false;
   }
 
-  void Count(const Vec3& point, std::uint32_t slot) {
-    if (!IsThick(point, slot)) return;
-    double distance = std::numeric_limits<double>::infinity();
-    if (m_result != nullptr) {
-      const StockTree::Nearest nearest = m_result->FindNearest(point, m_guess);
-      m_guess = nearest.slot;
-      distance = std::sqrt(nearest.square);
+  double Count(const Vec3& point, std::uint32_t slot) {
+    const UncoveredPoint nearest = m_result.Nearest(point, m_guess);
+    if (nearest.distance > m_limit) {
+      if (IsThick(point, slot)) ++m_missed.points;
+    } else if (nearest.distance > kUncovered * m_tolerance) {
+      m_missed.uncovered.push_back(nearest);
     }
-    m_missed.farthest = std::max(m_missed.farthest, distance);
-    if (distance > m_limit) ++m_missed.points;
+    return nearest.distance;
   }
 
   const OffsetField& m_field;
-  const StockTree* m_result;
+  const ResultTree& m_result;
   double m_tolerance, m_limit;
   std::uint32_t m_guess = 0;
   Missed m_missed;
@@ -105,17 +132,13 @@ class Search {
 
 Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const MissedLimits& limits,
                   const std::function<void(double)>& watch) {
-  std::optional<StockTree> tree;
-  const StockMesh stock = AsStock(result);
-  if (!stock.facets.empty()) {
-    tree.emplace(stock, [&](double share) { watch(share / 2); });
-  }
+  const ResultTree tree(result, result.LiveFacets(), [&](double share) { watch(share / 2); });
   const std::size_t count = (field.SlotCount() + kChunk - 1) / kChunk;
   std::vector<Missed> found(count);
   RunTasks(
       count,
       [&](std::size_t chunk) {
-        Search search(field, tree ? &*tree : nullptr, limits);
+        Search search(field, tree, limits);
         const std::size_t end = std::min(field.SlotCount(), (chunk + 1) * kChunk);
         for (std::size_t slot = chunk * kChunk; slot < end; ++slot) {
           search.LookAbove(static_cast<std::uint32_t>(slot));
@@ -128,9 +151,23 @@ Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const Mi
   Missed all;
   for (const Missed& some : found) {
     all.points += some.points;
-    all.farthest = std::max(all.farthest, some.farthest);
+    all.uncovered.insert(all.uncovered.end(), some.uncovered.begin(), some.uncovered.end());
   }
   return all;
+}
+
+std::vector<UncoveredPoint> StillUncovered(const HalfEdgeMesh& mesh,
+                                           const std::vector<HalfEdgeMesh::Index>& facets,
+                                           const std::vector<UncoveredPoint>& points,
+                                           double limit) {
+  const ResultTree tree(mesh, facets, [](double) {});
+  std::vector<UncoveredPoint> left;
+  std::uint32_t guess = 0;
+  for (const UncoveredPoint& point : points) {
+    const UncoveredPoint nearest = tree.Nearest(point.at, guess);
+    if (nearest.distance > limit) left.push_back(nearest);
+  }
+  return left;
 }
 
 }  // namespace kernel

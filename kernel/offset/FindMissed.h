@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "kernel/offset/OffsetField.h"
+#include "kernel/offset/CoverPoints.h"
 #include "kernel/sweep/HalfEdgeMesh.h"
 
 namespace kernel {
@@ -15,7 +15,8 @@ struct MissedLimits {
 // Points of the exact surface that a mesh does not come near.
 struct Missed {
   std::size_t points = 0;
-  double farthest = 0;  // of all points that were looked at, missed or not
+  // Those that it comes near, but not as near as the tolerance.
+  std::vector<UncoveredPoint> uncovered;
 };
 
 // Looks at one point of the exact surface for each facet of the field's mesh and side that is left:
@@ -24,5 +25,10 @@ struct Missed {
 // hears the share that is done.
 Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const MissedLimits& limits,
                   const std::function<void(double)>& watch);
+
+// Those of the points that are further than `limit` from the facets, which are live.
+std::vector<UncoveredPoint> StillUncovered(const HalfEdgeMesh& mesh,
+                                           const std::vector<HalfEdgeMesh::Index>& facets,
+                                           const std::vector<UncoveredPoint>& points, double limit);
 
 }  // namespace kernel

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "kernel/offset/EachOnOffset.h"
+#include "kernel/offset/FindMissed.h"
 #include "kernel/offset/MendFolds.h"
 #include "kernel/offset/RefineOffset.h"
 
@@ -16,32 +17,62 @@ using Index = HalfEdgeMesh::Index;
 using Watch = std::function<void(double)>;
 
 constexpr int kMostCycles = 4;
+constexpr int kMostPasses = 4;
+constexpr double kUncovered = 0.8;  // of the tolerance
 // The share of the work that the first look is.
 constexpr double kLookDone = 0.3;
 
 class Mender {
  public:
   Mender(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits)
-      : m_mesh(mesh), m_makers(makers), m_limits(limits) {}
+      : m_mesh(mesh),
+        m_makers(makers),
+        m_limits(limits),
+        m_firstNew(static_cast<Index>(mesh.FacetCount())) {}
 
-  OffPlaces Run(std::vector<Index> left, const Watch& watch) {
+  OffPlaces Run(const std::vector<Index>& left, std::vector<UncoveredPoint> uncovered,
+                const Watch& watch) {
     std::vector<Index> due = Suspects([&](double share) { watch(kLookDone * share); });
     Add(left, due);
-    std::vector<Index> looked = due;
-    for (int cycle = 0; cycle < kMostCycles && !due.empty(); ++cycle) {
-      const double done = kLookDone + (1 - kLookDone) * cycle / kMostCycles;
-      const std::vector<Index> changed =
-          MendFolds(m_mesh, m_makers, m_limits, due, [&] { watch(done); });
-      due = RefineOffset(m_mesh, m_makers, m_limits, changed, [&](double) { watch(done); });
-      Add(changed, due);
+    m_looked = due;
+    const auto later = [&] { watch(kLookDone); };
+    Mend(std::move(due), later);
+    for (int pass = 0; pass < kMostPasses && !uncovered.empty(); ++pass) {
+      uncovered =
+          StillUncovered(m_mesh, Near(uncovered), uncovered, kUncovered * m_limits.tolerance);
+      due = CoverPoints(m_mesh, m_makers, m_limits, uncovered);
+      if (due.empty()) break;
+      std::vector<Index> unfit =
+          RefineOffset(m_mesh, m_makers, m_limits, due, [&](double) { later(); });
       Keep(due);
-      Add(due, looked);
+      Add(due, unfit);
+      Mend(std::move(unfit), later);
     }
-    Keep(looked);
-    return Count(looked, watch);
+    Keep(m_looked);
+    return Count(m_looked, watch);
   }
 
  private:
+  // The facets that were nearest to the points, as far as they are left, and all that is new since.
+  std::vector<Index> Near(const std::vector<UncoveredPoint>& points) const {
+    std::vector<Index> facets;
+    for (const UncoveredPoint& point : points) facets.push_back(point.facet);
+    for (Index facet = m_firstNew; facet < m_mesh.FacetCount(); ++facet) facets.push_back(facet);
+    Add(m_looked, facets);
+    Keep(facets);
+    return facets;
+  }
+
+  void Mend(std::vector<Index> due, const std::function<void()>& watch) {
+    for (int cycle = 0; cycle < kMostCycles && !due.empty(); ++cycle) {
+      const std::vector<Index> changed = MendFolds(m_mesh, m_makers, m_limits, due, watch);
+      due = RefineOffset(m_mesh, m_makers, m_limits, changed, [&](double) { watch(); });
+      Add(changed, due);
+      Keep(due);
+      Add(due, m_looked);
+    }
+  }
+
   Vec3 MiddleOf(Index half) const {
     return (m_mesh.At(m_mesh.Origin(half)) + m_mesh.At(m_mesh.Target(half))) / 2;
   }
@@ -106,13 +137,16 @@ class Mender {
   HalfEdgeMesh& m_mesh;
   const OffsetMakers& m_makers;
   OffsetLimits m_limits;
+  Index m_firstNew;
+  std::vector<Index> m_looked;  // at all, to tell what is left
 };
 
 }  // namespace
 
 OffPlaces MendOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
-                     std::vector<HalfEdgeMesh::Index> left, const Watch& watch) {
-  return Mender(mesh, makers, limits).Run(std::move(left), watch);
+                     std::vector<HalfEdgeMesh::Index> left, std::vector<UncoveredPoint> uncovered,
+                     const Watch& watch) {
+  return Mender(mesh, makers, limits).Run(left, std::move(uncovered), watch);
 }
 
 }  // namespace kernel

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "kernel/offset/PlaceOnOffset.h"
+#include "kernel/offset/CoverPoints.h"
 #include "kernel/sweep/HalfEdgeMesh.h"
 
 namespace kernel {
@@ -16,11 +16,12 @@ struct OffPlaces {
 
 // Mends what refining leaves: facets that fold or bridge a crease are meshed anew and what is new
 // there is refined, until nothing is off or nothing helps any more. `left`: facets that are known
-// to be off, besides those that a look at each facet's centre shows. The mesh stays closed and
+// to be off, besides those that a look at each facet's centre shows; `uncovered`: points of the
+// exact surface that are to get facets nearer to them. The mesh stays closed and
 // edge-manifold; the result does not depend on the number of threads. `watch` hears the share that
 // is done.
 OffPlaces MendOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
-                     std::vector<HalfEdgeMesh::Index> left,
+                     std::vector<HalfEdgeMesh::Index> left, std::vector<UncoveredPoint> uncovered,
                      const std::function<void(double)>& watch);
 
 }  // namespace kernel

@@ -63,7 +63,7 @@ class Maker {
       refined = AtSpacing(spacing);
       missed = LookForMissed(refined, spacing);
     }
-    CutMesh mesh = Finish(std::move(refined));
+    CutMesh mesh = Finish(std::move(refined), std::move(missed.uncovered));
     if (m_left.count > 0) WarnOf(m_left);
     if (missed.points > 0) WarnOf(missed);
     // The mesh so far is that of what is left, which lies outside of a grown surface.
@@ -115,10 +115,10 @@ class Maker {
     return mesh;
   }
 
-  CutMesh Finish(HalfEdgeMesh mesh) {
+  CutMesh Finish(HalfEdgeMesh mesh, std::vector<UncoveredPoint> uncovered) {
     MergedPlanes merged;
     RunStage("Cleaning surface", [&](const Tell& tell) {
-      m_left = MendOffset(mesh, *m_makers, m_limits, Unfit(mesh),
+      m_left = MendOffset(mesh, *m_makers, m_limits, Unfit(mesh), std::move(uncovered),
                           [&](double share) { tell(kMended * share); });
       merged = MergePlanes(std::move(mesh), m_box.Diagonal(),
                            [&](double share) { tell(kMended + (1 - kMended) * share); });
