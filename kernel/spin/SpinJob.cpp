@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <utility>
 #include <vector>
 
 #include "kernel/common/Box3.h"
 #include "kernel/common/FatalError.h"
+#include "kernel/common/FigureText.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/outline/OutlineOf.h"
 #include "kernel/outline/PlaneGrid.h"
@@ -96,10 +96,8 @@ SpunOutline Outline(const StockMesh& mesh, double tolerance, const Tell& tell) {
 }
 
 std::string RaisedText(double tolerance) {
-  char text[120];
-  std::snprintf(text, sizeof text,
-                "the tolerance is raised to %g, as the output takes no more points", tolerance);
-  return text;
+  return "the tolerance is raised to " + FigureText(tolerance) +
+         ", as the output takes no more points";
 }
 
 // Sends the outline, coarser and coarser until the channel takes it all. Returns the tolerance that

@@ -1,10 +1,10 @@
 #include "kernel/sweep/MeshModel.h"
 
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include "kernel/common/FigureText.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/sweep/Contour.h"
 #include "kernel/sweep/CutBlocks.h"
@@ -19,20 +19,14 @@ namespace {
 constexpr double kExact = 1e-10;  // of the stock's diagonal
 
 void WarnOfUnseenFeatures(std::size_t rays, double spacing, Reporter& reporter) {
-  char text[160];
-  std::snprintf(text, sizeof text,
-                "walls or gaps thinner than the ray spacing of %g are left out (on %.0f rays)",
-                spacing, static_cast<double>(rays));
-  reporter.Warn(text);
+  reporter.Warn("walls or gaps thinner than the ray spacing of " + FigureText(spacing) +
+                " are left out (on " + std::to_string(rays) + " rays)");
 }
 
 void WarnOfUnsettled(const Unsettled& unsettled, Reporter& reporter) {
-  char text[160];
-  std::snprintf(text, sizeof text,
-                "the surface is up to %g off where walls are thinner than the ray spacing "
-                "(in %.0f places)",
-                unsettled.farthest, static_cast<double>(unsettled.places));
-  reporter.Warn(text);
+  reporter.Warn("the surface is up to " + FigureText(unsettled.farthest) +
+                " off where walls are thinner than the ray spacing (in " +
+                std::to_string(unsettled.places) + " places)");
 }
 
 CutMesh Contour(const DexelModel& model, const CutMakers& makers, double tolerance,

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <optional>
 #include <utility>
 
 #include "formats/InterchangeFile.h"
 #include "kernel/common/FatalError.h"
+#include "kernel/common/FigureText.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/common/Workers.h"
 #include "kernel/sweep/CompressSurface.h"
@@ -68,10 +68,8 @@ Curvature CurvatureOf(const PathMoves& moves) {
 RaySpacing SpacingOf(const PathMoves& moves, const Box3& box, Reporter& reporter) {
   const RaySpacing chosen = ChooseRaySpacing(box, SweepTolerance(moves, box), CurvatureOf(moves));
   if (chosen.raised) {
-    char text[120];
-    std::snprintf(text, sizeof text, "the sweep tolerance is raised to %g for lack of memory",
-                  chosen.tolerance);
-    reporter.Warn(text);
+    reporter.Warn("the sweep tolerance is raised to " + FigureText(chosen.tolerance) +
+                  " for lack of memory");
   }
   return chosen;
 }
