@@ -34,6 +34,16 @@ function(qz_room name)
   endif()
 endfunction()
 
+# qz_version(NAME ending type): the Windows file says its version. Type 1: a program, 2: a library.
+function(qz_version name ending type)
+  if(WIN32)
+    target_sources(${name} PRIVATE ${CMAKE_BINARY_DIR}/version/${name}.rc)
+    set(QZ_FILE_NAME ${name}.${ending})
+    set(QZ_FILE_TYPE ${type})
+    configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${CMAKE_BINARY_DIR}/version/${name}.rc @ONLY)
+  endif()
+endfunction()
+
 # qz_module(NAME SOURCES file... [EXPORTS base] [LINKS target...]): a library that is loaded at run
 # time, named plainly on both systems ("QZCore.dll", "QZCore.so"). EXPORTS names the explicit list:
 # base.def on Windows, base.map elsewhere; without it, what is marked QZ_EXPORT leaves the module.
@@ -45,11 +55,7 @@ function(qz_module name)
     set_target_properties(${name} PROPERTIES IMPORT_PREFIX "")
   endif()
   target_link_libraries(${name} PRIVATE qz_flags ${MODULE_LINKS})
-  if(WIN32)
-    target_sources(${name} PRIVATE ${CMAKE_BINARY_DIR}/version/${name}.rc)
-    set(QZ_FILE_NAME ${name}.dll)
-    configure_file(${CMAKE_SOURCE_DIR}/cmake/version.rc.in ${CMAKE_BINARY_DIR}/version/${name}.rc @ONLY)
-  endif()
+  qz_version(${name} dll 2)
   if(MODULE_EXPORTS)
     if(WIN32)
       target_sources(${name} PRIVATE ${CMAKE_SOURCE_DIR}/${MODULE_EXPORTS}.def)

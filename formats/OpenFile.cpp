@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <ios>
 #include <system_error>
 
 #include "formats/FileError.h"
+#include "platform/PathText.h"
 
 namespace formats {
 namespace {
@@ -22,15 +22,18 @@ std::string NativePath(std::string path) {
   return path;
 }
 
+std::filesystem::path LibraryPath(const std::string& path) {
+  return PathFromText(NativePath(path));
+}
+
 std::ifstream OpenForReading(const std::string& path) {
-  const std::string native = NativePath(path);
   std::error_code ignored;
   // Opening a directory succeeds on some systems and only its first read fails.
-  if (std::filesystem::is_directory(native, ignored)) {
+  if (std::filesystem::is_directory(LibraryPath(path), ignored)) {
     throw FileError(path + ": is a directory");
   }
   errno = 0;
-  std::ifstream stream(native, std::ios::binary);
+  std::ifstream stream(NativePath(path), std::ios::binary);
   if (!stream) throw FileError(path + ": cannot be opened: " + LastError());
   return stream;
 }
@@ -44,7 +47,7 @@ std::ofstream OpenForWriting(const std::string& path) {
 
 std::uint64_t FileSize(const std::string& path) {
   std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(NativePath(path), error);
+  const std::uintmax_t size = std::filesystem::file_size(LibraryPath(path), error);
   if (error) throw FileError(path + ": cannot be opened: " + error.message());
   return size;
 }

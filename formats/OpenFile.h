@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -9,6 +10,9 @@ namespace formats {
 // The path in the system's own spelling. Jobs name their directories with backslashes on every
 // system, so both separators are understood wherever a file is opened.
 std::string NativePath(std::string path);
+
+// The same for the library's operations on files.
+std::filesystem::path LibraryPath(const std::string& path);
 
 // A binary stream on an existing regular file, at byte 0. Throws FileError.
 std::ifstream OpenForReading(const std::string& path);

@@ -11,6 +11,7 @@
 #include "host/files/DescribeFile.h"
 #include "host/files/FileKind.h"
 #include "host/files/SameBytes.h"
+#include "platform/PathText.h"
 
 namespace host {
 
@@ -55,8 +56,7 @@ std::pair<int, int> Rank(const std::string& name) {
 
 class Job {
  public:
-  explicit Job(const std::string& directory)
-      : m_directory(std::filesystem::path(formats::NativePath(directory))) {
+  explicit Job(const std::string& directory) : m_directory(formats::LibraryPath(directory)) {
     std::error_code error;
     if (!std::filesystem::is_directory(m_directory, error)) {
       throw formats::FileError(directory + ": there is no such directory");
@@ -64,14 +64,14 @@ class Job {
     for (const auto& entry : std::filesystem::directory_iterator(m_directory, error)) {
       std::error_code ignored;
       if (!entry.is_regular_file(ignored)) continue;
-      m_times[entry.path().filename().string()] = entry.last_write_time(ignored);
+      m_times[TextFromPath(entry.path().filename())] = entry.last_write_time(ignored);
     }
     if (error) throw formats::FileError(directory + ": cannot be read: " + error.message());
     while (Has(PathName(m_paths))) ++m_paths;
   }
 
   Json Describe() const {
-    Json description = {{"job", m_directory.string()}, {"paths", m_paths}};
+    Json description = {{"job", TextFromPath(m_directory)}, {"paths", m_paths}};
     description["files"] = Json::array();
     for (const std::string& name : NamesInOrder()) {
       description["files"].push_back(DescribeOne(name));
@@ -88,7 +88,9 @@ class Job {
   bool IsJob() const { return m_paths > 0 || Has("StockModelInput.tmp"); }
 
   bool Has(const std::string& name) const { return m_times.contains(name); }
-  std::string Full(const std::string& name) const { return (m_directory / name).string(); }
+  std::string Full(const std::string& name) const {
+    return TextFromPath(m_directory / PathFromText(name));
+  }
 
   std::vector<std::string> NamesInOrder() const {
     std::vector<std::string> names;

@@ -41,7 +41,8 @@ MeshOutput MeshOutputAt(const std::string& path, std::optional<MeshEncoding> enc
 // file under another name.
 void RefuseOutputOverInput(const std::string& input, const std::string& output) {
   std::error_code error;
-  if (std::filesystem::equivalent(formats::NativePath(input), formats::NativePath(output), error)) {
+  if (std::filesystem::equivalent(formats::LibraryPath(input), formats::LibraryPath(output),
+                                  error)) {
     throw FileError(output + ": is the input itself");
   }
 }

@@ -6,6 +6,7 @@
 
 #include "formats/FileError.h"
 #include "formats/OpenFile.h"
+#include "platform/PathText.h"
 
 namespace host {
 
@@ -49,10 +50,12 @@ std::filesystem::path FreeNameBeside(const std::filesystem::path& place) {
 
 StagedFile::StagedFile(const std::string& path)
     : m_path(path),
-      m_place(FollowLinks(formats::NativePath(path))),
+      m_place(FollowLinks(formats::LibraryPath(path))),
       m_temporary(FreeNameBeside(m_place)) {
   RequireWritable(m_path, m_place);
 }
+
+std::string StagedFile::TemporaryPath() const { return TextFromPath(m_temporary); }
 
 StagedFile::~StagedFile() {
   std::error_code ignored;

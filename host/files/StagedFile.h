@@ -19,7 +19,7 @@ class StagedFile {
   StagedFile& operator=(const StagedFile&) = delete;
 
   /// The name to write to.
-  std::string TemporaryPath() const { return m_temporary.string(); }
+  std::string TemporaryPath() const;
 
   /// Calls `write` with that name. A formats::FileError about it names the place instead.
   void Write(const std::function<void(const std::string& path)>& write) const;

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "formats/FileError.h"
+#include "platform/PathText.h"
 
 namespace host {
 
@@ -40,14 +41,14 @@ std::vector<std::filesystem::path> FilesWhere(const std::filesystem::path& direc
   std::error_code error;
   std::filesystem::directory_iterator entry(directory, error);
   while (!error && entry != std::filesystem::directory_iterator()) {
-    if (wanted(entry->path().filename().string()) && !entry->is_directory(error)) {
+    if (wanted(TextFromPath(entry->path().filename())) && !entry->is_directory(error)) {
       files.push_back(entry->path());
     }
     if (error) break;
     entry.increment(error);
   }
   if (error) {
-    throw formats::FileError(directory.string() + ": cannot be listed: " + error.message());
+    throw formats::FileError(TextFromPath(directory) + ": cannot be listed: " + error.message());
   }
   std::sort(files.begin(), files.end());
   return files;

@@ -17,6 +17,7 @@
 #include "host/jobs/KernelLimits.h"
 #include "host/jobs/StagedJob.h"
 #include "host/jobs/Stock.h"
+#include "platform/PathText.h"
 
 namespace host {
 
@@ -25,24 +26,24 @@ namespace {
 namespace fs = std::filesystem;
 
 void RequireFree(const NewJobSettings& settings) {
-  const fs::path directory = formats::NativePath(settings.directory);
+  const fs::path directory = formats::LibraryPath(settings.directory);
   if (fs::exists(directory) && !fs::is_directory(directory)) {
     throw formats::FileError(settings.directory + ": is no directory");
   }
   const auto files = JobFilesIn(directory);
   if (!files.empty() && !settings.force) {
     throw formats::FileError(settings.directory + ": holds a job already (" +
-                             files.front().filename().string() +
+                             TextFromPath(files.front().filename()) +
                              "); --force puts the new one in its place");
   }
 }
 
 // With --force a job's own files go, and none of them may be what the new one is made from.
 void RequireInputsElsewhere(const NewJobSettings& settings) {
-  for (const fs::path& replaced : ReplacedFilesIn(formats::NativePath(settings.directory))) {
+  for (const fs::path& replaced : ReplacedFilesIn(formats::LibraryPath(settings.directory))) {
     for (const std::string& input : {settings.stock, settings.program, settings.tools}) {
       std::error_code error;
-      if (fs::equivalent(formats::NativePath(input), replaced, error) && !error) {
+      if (fs::equivalent(formats::LibraryPath(input), replaced, error) && !error) {
         throw formats::FileError(input + ": the new job would take this file's place");
       }
     }

@@ -1,6 +1,7 @@
 #include "host/jobs/StagedJob.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <system_error>
 
@@ -9,6 +10,7 @@
 #include "formats/OpenFile.h"
 #include "formats/PathInfoFile.h"
 #include "host/jobs/JobFiles.h"
+#include "platform/PathText.h"
 
 namespace host {
 
@@ -18,7 +20,7 @@ namespace {
 
 [[noreturn]] void Fail(const fs::path& path, const std::string& what,
                        const std::error_code& error) {
-  throw formats::FileError(path.string() + ": " + what + ": " + error.message());
+  throw formats::FileError(TextFromPath(path) + ": " + what + ": " + error.message());
 }
 
 fs::path TopmostMissing(fs::path path) {
@@ -47,7 +49,7 @@ fs::path MakeStaging(const fs::path& directory) {
 }  // namespace
 
 StagedJob::StagedJob(const std::string& directory)
-    : m_directory(fs::absolute(formats::NativePath(directory)).lexically_normal()) {
+    : m_directory(fs::absolute(formats::LibraryPath(directory)).lexically_normal()) {
   if (!m_directory.has_filename()) m_directory = m_directory.parent_path();
   m_madeDirectory = TopmostMissing(m_directory);
   std::error_code error;
@@ -73,14 +75,15 @@ fs::path StagedJob::StagedPath(std::size_t index) const {
 
 template <typename Write>
 void StagedJob::Stage(const fs::path& staged, Write write) {
+  const std::string name = TextFromPath(staged);
   try {
-    write(staged.string());
+    write(name);
   } catch (const formats::FileError& error) {
     // The staged file's name would tell the user nothing.
     std::string message = error.what();
-    const size_t found = message.find(staged.string());
+    const size_t found = message.find(name);
     if (found == std::string::npos) throw;
-    throw formats::FileError(message.replace(found, staged.string().size(), m_directory.string()));
+    throw formats::FileError(message.replace(found, name.size(), TextFromPath(m_directory)));
   }
 }
 
@@ -138,14 +141,16 @@ std::vector<std::string> StagedJob::Place() {
     staged[static_cast<std::size_t>(numbers[index])] = index;
   }
   MoveAwayOldFiles();
-  std::vector<std::string> files = {(m_directory / kStockFile).string()};
-  Move(m_staging / "stock", files.front());
+  std::vector<fs::path> places = {m_directory / kStockFile};
+  Move(m_staging / "stock", places.front());
   for (std::size_t number = 0; number < staged.size(); ++number) {
-    files.push_back((m_directory / PathFileName(static_cast<std::int64_t>(number))).string());
+    places.push_back(m_directory / PathFileName(static_cast<std::int64_t>(number)));
   }
   for (std::size_t number = staged.size(); number-- > 0;) {
-    Move(StagedPath(staged[number]), files[number + 1]);
+    Move(StagedPath(staged[number]), places[number + 1]);
   }
+  std::vector<std::string> files;
+  std::transform(places.begin(), places.end(), std::back_inserter(files), TextFromPath);
   m_placed = true;
   return files;
 }

@@ -38,4 +38,8 @@ unsigned long ProcessNumber();
 void SetEnvironmentText(const std::string& name, const std::string& text);
 bool StandardErrorIsTerminal();
 
+/// A text of this program, in the system's code page, as JSON wants it. What is not of that code
+/// page, or on a system that knows no more than bytes not UTF-8, is left to whoever prints it.
+std::string Utf8(const std::string& text);
+
 }  // namespace host

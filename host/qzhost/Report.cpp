@@ -1,11 +1,25 @@
 #include "host/qzhost/Report.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 
 #include "host/qzhost/CommandError.h"
+#include "host/qzhost/HostSystem.h"
 
 namespace host {
+
+namespace {
+
+void TextsToUtf8(nlohmann::ordered_json& value) {
+  if (value.is_string()) {
+    value = Utf8(value.get_ref<const std::string&>());
+  } else if (value.is_structured()) {
+    for (auto& element : value) TextsToUtf8(element);
+  }
+}
+
+}  // namespace
 
 Report::Report(const Options& options) : m_json(options.json) {
   Add("units", UnitsName(options.units), "units", UnitsName(options.units));
@@ -31,19 +45,24 @@ std::string Report::Text() const {
 }
 
 void Report::Print() const {
-  // Paths come in whatever encoding the system has; a byte that is not UTF-8 must not end the run.
-  const auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
-  const std::string text = m_json ? m_object.dump(2, ' ', false, kReplace) + "\n" : Text();
+  const std::string text = m_json ? JsonText(m_object) : Text();
   const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
   if (std::fflush(stdout) != 0 || !whole) {
     throw CommandError("standard output cannot be written", kFailed);
   }
 }
 
+std::string JsonText(nlohmann::ordered_json object) {
+  TextsToUtf8(object);
+  // Paths come in whatever encoding the system has; a byte that is not UTF-8 must not end the run.
+  const auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
+  return object.dump(2, ' ', false, kReplace) + "\n";
+}
+
 std::string Fixed(double value, int decimals) {
   char text[400];
-  std::snprintf(text, sizeof text, "%.*f", decimals, value);
-  return text;
+  return {text,
+          std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr};
 }
 
 }  // namespace host

@@ -36,6 +36,9 @@ class Report {
   std::vector<std::pair<std::string, std::string>> m_lines;
 };
 
+/// The object as it is printed: texts in UTF-8, a character that cannot be told replaced.
+std::string JsonText(nlohmann::ordered_json object);
+
 /// A number as text with the given count of decimals, whatever the locale.
 std::string Fixed(double value, int decimals);
 

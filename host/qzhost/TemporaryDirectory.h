@@ -15,7 +15,7 @@ class TemporaryDirectory {
   ~TemporaryDirectory();
 
   /// The full path of a file in it.
-  std::string File(const std::string& name) const { return (m_path / name).string(); }
+  std::string File(const std::string& name) const;
 
  private:
   std::filesystem::path m_path;

@@ -11,6 +11,7 @@
 #include "host/qzhost/HostSystem.h"
 #include "host/qzhost/NumberChecks.h"
 #include "host/qzhost/Options.h"
+#include "host/qzhost/Report.h"
 #include "host/qzhost/StatusBar.h"
 #include "host/qzhost/commands/commands.h"
 
@@ -60,8 +61,7 @@ int Fail(const Options& options, const std::string& message, int exitCode) {
   std::fprintf(stderr, "qzhost: %s\n", message.c_str());
   if (options.json) {
     const nlohmann::ordered_json object = {{"exit_code", exitCode}, {"reason", message}};
-    const auto kReplace = nlohmann::ordered_json::error_handler_t::replace;
-    std::printf("%s\n", object.dump(2, ' ', false, kReplace).c_str());
+    std::printf("%s", host::JsonText(object).c_str());
   }
   return exitCode;
 }

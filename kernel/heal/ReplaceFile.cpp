@@ -5,6 +5,7 @@
 
 #include "formats/FileError.h"
 #include "formats/OpenFile.h"
+#include "platform/PathText.h"
 
 namespace kernel {
 namespace {
@@ -21,7 +22,7 @@ class TemporaryFile {
  public:
   explicit TemporaryFile(const std::string& beside) {
     for (int number = 0; m_path.empty() || IsTaken(m_path); ++number) {
-      m_path = formats::NativePath(beside) + "." + std::to_string(number) + ".tmp";
+      m_path = formats::LibraryPath(beside + "." + std::to_string(number) + ".tmp");
     }
   }
   TemporaryFile(const TemporaryFile&) = delete;
@@ -40,13 +41,13 @@ class TemporaryFile {
 }  // namespace
 
 void ReplaceFile(const std::string& path, const std::function<void(const std::string&)>& write) {
-  const std::string target = formats::NativePath(path);
+  const std::filesystem::path target = formats::LibraryPath(path);
   std::error_code error;
   if (std::filesystem::is_directory(target, error)) {
     throw formats::FileError(path + ": is a directory");
   }
   const TemporaryFile file(path);
-  write(file.Path().string());
+  write(TextFromPath(file.Path()));
   std::filesystem::rename(file.Path(), target, error);
   if (error) throw formats::FileError(path + ": cannot be written: " + error.message());
 }

@@ -2,6 +2,7 @@
 
 import os
 import re
+import struct
 import subprocess
 import sys
 import unittest
@@ -41,6 +42,9 @@ ADD_IN_EXPORTS = {"m_main", "m_version", "qztutlFilterStockByColor",
                   "qztutlSpinSilBndy", "qztutlSphericalOffsetTris"}
 for _name in ("9UIDataTip", "10UIErrorTip", "12CLongProcess"):
     ADD_IN_EXPORTS |= {"_ZN" + _name + end for end in ("C1ERKS_", "C2ERKS_", "aSERKS_")}
+
+FIXED_INFO = struct.pack("<LL", 0xFEEF04BD, 0x10000)
+APPLICATION, LIBRARY = 1, 2
 
 CHARACTERISTICS = ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT")
 
@@ -87,18 +91,39 @@ class Modules(unittest.TestCase):
         self.assertNotIn("QZTUtlA.dll", imports("qzhost.exe"))
 
     def test_modules_may_be_placed_anywhere_and_their_data_not_run(self):
-        for module in sorted(OWN):
+        for module in sorted(OWN | RUN_TIME):
             headers = private_headers(module)
             for characteristic in CHARACTERISTICS:
                 self.assertIn(characteristic, headers, module)
+            self.assertNotIn("relocations stripped", headers, module)
 
-    def test_libraries_carry_a_version(self):
-        for module in sorted(OWN - {"qzhost.exe"}):
+    def test_modules_carry_a_version(self):
+        numbers = tuple(int(number) for number in os.environ["QZ_VERSION"].split(".")) + (0,)
+        for module in sorted(OWN):
             with open(os.path.join(BIN, module), "rb") as file:
                 data = file.read()
             name = os.path.basename(module)
             for text in ("VS_VERSION_INFO", "ProductVersion", os.environ["QZ_VERSION"], name):
                 self.assertIn(text.encode("utf-16-le"), data, module)
+            kind = APPLICATION if name.endswith(".exe") else LIBRARY
+            # Alone in its resource is this block of numbers, behind a signature.
+            self.assertEqual(data.count(FIXED_INFO), 1, module)
+            found = struct.unpack_from("<8H4xLLL", data, data.index(FIXED_INFO) + len(FIXED_INFO))
+            high_first = tuple(numbers[i] for i in (1, 0, 3, 2)) * 2
+            self.assertEqual(found[:8], high_first, module)
+            self.assertEqual(found[-1], kind, module)
+
+    def test_everything_imported_is_shipped_or_the_systems(self):
+        for module in sorted(OWN | RUN_TIME):
+            for name in imports(module):
+                if name.lower() not in SYSTEM:
+                    self.assertIn(name, os.listdir(BIN), module)
+
+    def test_nothing_else_is_shipped(self):
+        shipped = {os.path.relpath(os.path.join(folder, name), BIN)
+                   for folder, _, names in os.walk(BIN) for name in names}
+        self.assertEqual({name for name in shipped if name.lower().endswith((".dll", ".exe"))},
+                         OWN | RUN_TIME)
 
 
 if __name__ == "__main__":

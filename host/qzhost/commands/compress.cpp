@@ -18,6 +18,7 @@
 #include "host/qzhost/SurfaceOperation.h"
 #include "host/qzhost/WrittenFiles.h"
 #include "host/qzhost/commands/commands.h"
+#include "platform/PathText.h"
 
 namespace host {
 
@@ -48,21 +49,21 @@ constexpr FarthestPoint::Effort kEffort = {1e-3, 100'000};
 
 // The add-in looks for the input in the job's directory.
 std::string InputPath(const std::string& directory, const std::string& name) {
-  const std::filesystem::path path(formats::NativePath(name));
-  return path.is_absolute() ? path.string() : directory + path.string();
+  const std::string native = formats::NativePath(name);
+  return PathFromText(native).is_absolute() ? native : directory + native;
 }
 
 // Not told apart by capitals either, as on some systems. The file need not be there yet.
 bool IsInPlaceOf(const std::string& output, const std::string& directory, std::string name) {
-  const std::filesystem::path path(FullPath(output));
-  const std::filesystem::path scratch(directory + name);
+  const std::filesystem::path path = PathFromText(FullPath(output));
+  const std::filesystem::path scratch = PathFromText(directory + name);
   std::error_code error;
   if (std::filesystem::equivalent(path, scratch, error)) return true;
   const auto lower = [](std::string text) {
     for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
   };
-  return lower(path.filename().string()) == lower(std::move(name)) &&
+  return lower(TextFromPath(path.filename())) == lower(std::move(name)) &&
          std::filesystem::equivalent(path.parent_path(), scratch.parent_path(), error);
 }
 

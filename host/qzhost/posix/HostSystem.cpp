@@ -73,6 +73,8 @@ void SetEnvironmentText(const std::string& name, const std::string& text) {
   setenv(name.c_str(), text.c_str(), 1);
 }
 
+std::string Utf8(const std::string& text) { return text; }
+
 bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 }  // namespace host

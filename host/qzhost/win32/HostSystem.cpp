@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "SystemApi.h"
+#include "platform/PathText.h"
 // The process status interface builds on the system's own header.
 #include <io.h>
 #include <psapi.h>
@@ -89,6 +90,17 @@ unsigned long ProcessNumber() { return GetCurrentProcessId(); }
 void SetEnvironmentText(const std::string& name, const std::string& text) {
   // Through the run-time library, whose copy of the environment the kernel's modules share.
   _putenv_s(name.c_str(), text.c_str());
+}
+
+std::string Utf8(const std::string& text) {
+  const std::wstring wide = PathFromText(text).wstring();
+  const auto length = static_cast<int>(wide.size());
+  const auto convert = [&](char* to, int size) {
+    return WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, to, size, nullptr, nullptr);
+  };
+  std::string utf8(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
+  convert(utf8.data(), static_cast<int>(utf8.size()));
+  return utf8;
 }
 
 bool StandardErrorIsTerminal() { return _isatty(2) != 0; }
