@@ -7,6 +7,7 @@
 #include <random>
 #include <system_error>
 
+#include "platform/PathText.h"
 #include "support/LineEnd.h"
 
 namespace support {
@@ -31,7 +32,7 @@ std::filesystem::path TempDirectory::Sub(const std::string& name) const {
 }
 
 std::string AddinSpelling(const std::filesystem::path& directory) {
-  std::string text = directory.string();
+  std::string text = TextFromPath(directory);
   std::replace(text.begin(), text.end(), '/', '\\');
   if (!text.ends_with('\\')) text += '\\';
   return text;

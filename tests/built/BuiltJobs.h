@@ -3,6 +3,7 @@
 #include <functional>
 #include <iosfwd>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,10 @@ struct BuiltJob {
   /// early; or a few blocks of the kernel's geometry library.
   enum class Loss { kNone, kFacets, kEnd, kLibraryBlocks };
   Loss loss = Loss::kNone;
+  /// What a run leaves in the job's directory beside inputs and output, however it ends.
+  std::set<std::string> leftovers = {};
+  /// The diagnostic copies of a run that is stopped, without the prefix.
+  std::set<std::string> copies = {};
 };
 
 /// Makes failing tests speak of it by its name.
@@ -34,3 +39,6 @@ void PrintTo(const BuiltJob& job, std::ostream* out);
 
 /// One for each export.
 std::vector<BuiltJob> BuiltJobs();
+
+/// That of one export.
+BuiltJob JobOf(const std::string& name);

@@ -1,6 +1,7 @@
 #define HOSTEXE_API QZ_EXPORT
-#include "FaultyHost.h"
+#include "built/FaultyHost.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "host/QZCore/HostControl.h"
@@ -31,6 +32,12 @@ void FaultyHost::Begin(Way way, long k) {
   m_k = k;
   m_calls = 0;
   m_questions = 0;
+  m_sinceQuestion = m_sinceWish = Stopwatch();
+  m_longestSilence = Stopwatch::Seconds(0);
+}
+
+Stopwatch::Seconds FaultyHost::LongestSilence() const {
+  return std::max(m_longestSilence, m_sinceQuestion.Elapsed());
 }
 
 bool FaultyHost::LoadMessage(int, CString* text) {
@@ -51,6 +58,9 @@ void FaultyHost::Enter() {
 bool FaultyHost::Asked() {
   Enter();
   ++m_questions;
+  m_longestSilence = LongestSilence();
+  if (m_questions == m_k) m_sinceWish = m_sinceQuestion;
+  m_sinceQuestion = Stopwatch();
   return m_way == Way::kStops && m_questions == m_k;
 }
 

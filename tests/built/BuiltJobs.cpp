@@ -1,5 +1,6 @@
-#include "BuiltJobs.h"
+#include "built/BuiltJobs.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "support/JobFiles.h"
@@ -123,6 +124,7 @@ void PrintTo(const BuiltJob& job, std::ostream* out) { *out << job.name; }
 std::vector<BuiltJob> BuiltJobs() {
   const std::string cube = BinarySurfaceBytes(Cube(10, 7));
   const Files one{{"in.iff", cube}};
+  const std::set<std::string> paths{"BinaryPaths.tmp", "BinaryPaths.txt"};
   return {
       {"qztutlSweepMultipleToolpathsFromStock",
        {{"StockModelInput.tmp", cube}, {"TmpPathInfo0.tmp", support::PathInfoBytes(Cut())}},
@@ -131,7 +133,10 @@ std::vector<BuiltJob> BuiltJobs() {
        [](const host::AddIn& addIn, const std::string& place, HostProgress* host) {
          return InJob(addIn, "qztutlSweepMultipleToolpathsFromStock", place, host);
        },
-       0},
+       0,
+       BuiltJob::Loss::kNone,
+       paths,
+       {"TmpSaveBinaryPaths.tmp", "TmpSaveBinaryPaths.txt", "TmpSaveInputStock.iff"}},
       {"qztutlSweepPartStockCompare",
        {{"PartFileToCompare.iff", BinarySurfaceBytes(MovedCube(8, 1.5, 1))},
         {"StockModelOutput.tmp", cube},
@@ -141,8 +146,13 @@ std::vector<BuiltJob> BuiltJobs() {
        [](const host::AddIn& addIn, const std::string& place, HostProgress* host) {
          return InJob(addIn, "qztutlSweepPartStockCompare", place, host);
        },
-       1},
-      {"qztutlStockModelCompress", one, "out.iff", kSurface, Compress, 0},
+       1,
+       BuiltJob::Loss::kNone,
+       {},
+       {"TmpSaveCompareInfo.txt", "TmpSaveComparePart.iff", "TmpSaveCompareResults.iff",
+        "TmpSaveCompareStock.iff"}},
+      {"qztutlStockModelCompress", one, "out.iff", kSurface, Compress, 0, BuiltJob::Loss::kNone,
+       paths},
       {"qztutlFilterStockByColor", one, "out.iff", kSurface, Filter, 1, BuiltJob::Loss::kFacets},
       {"qztutl_heal",
        {{"in.iff", BinarySurfaceBytes(Damaged())}},
@@ -160,4 +170,10 @@ std::vector<BuiltJob> BuiltJobs() {
        -1,
        BuiltJob::Loss::kEnd},
       {"qztutlSphericalOffsetTris", one, "out.iff", kSurface, Offset, -1}};
+}
+
+BuiltJob JobOf(const std::string& name) {
+  const std::vector<BuiltJob> jobs = BuiltJobs();
+  return *std::find_if(jobs.begin(), jobs.end(),
+                       [&](const BuiltJob& job) { return job.name == name; });
 }

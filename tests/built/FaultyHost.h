@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MfcApi.h"
+#include "built/Stopwatch.h"
 #include "platform/HostProgress.h"
 
 /// The host's executable and progress object of these tests. While one lives, what the add-in asks
@@ -21,6 +22,13 @@ class FaultyHost final : public HostProgress {
   /// How many could have gone that way.
   long Calls(Way way) const { return way == Way::kStops ? m_questions : m_calls; }
 
+  /// The longest time since Begin() without a question, that since the last one included.
+  Stopwatch::Seconds LongestSilence() const;
+
+  /// How long ago the user wanted the stop at the latest: right behind the question before the one
+  /// that was answered with yes.
+  Stopwatch::Seconds SinceTheWish() const { return m_sinceWish.Elapsed(); }
+
   bool LoadMessage(int number, CString* text) override;
   void ShowProgress(CString* text, int percentage) override;
   bool IsCancelled() override;
@@ -34,4 +42,7 @@ class FaultyHost final : public HostProgress {
   long m_k = 0;
   long m_calls = 0;
   long m_questions = 0;
+  Stopwatch m_sinceQuestion;
+  Stopwatch m_sinceWish;
+  Stopwatch::Seconds m_longestSilence{0};
 };

@@ -14,11 +14,11 @@
 #include <string>
 #include <vector>
 
-#include "BuiltJobs.h"
-#include "FaultyHost.h"
+#include "built/BuiltJobs.h"
+#include "built/FaultyHost.h"
+#include "built/Workplace.h"
 #include "host/QZCore/HostControl.h"
-#include "host/qzhost/AddInLibrary.h"
-#include "host/qzhost/HostSystem.h"
+#include "host/qzhost/AddIn.h"
 #include "kernel/FailingAllocation.h"
 #include "support/TempDirectory.h"
 
@@ -41,42 +41,30 @@ std::vector<long> Spread(long all) {
   return values;
 }
 
-std::string AddInPath() {
-  return (std::filesystem::path(host::ExecutableDirectory()) / ".." / "bin" / host::AddInFileName())
-      .string();
-}
-
 // Of the system, whoever opened them.
 std::size_t OpenDescriptors() { return support::NamesIn("/proc/self/fd").size(); }
 
 class BuiltFaultsTest : public ::testing::TestWithParam<BuiltJob> {
  protected:
   BuiltFaultsTest() {
-    SetHostMetric(true);
-    SetHostTolerance(0.001);
-    OverrideStockDataDirectory(support::AddinSpelling(m_copies.Path()).c_str());
     // What is made once and kept.
     RunClean();
     m_clean = Output();
     EXPECT_GT(m_clean.size(), 30u);
   }
-  ~BuiltFaultsTest() override { OverrideStockDataDirectory(""); }
 
-  const BuiltJob& Job() const { return GetParam(); }
+  const BuiltJob& Job() const { return m_place.Job(); }
+  std::string Output() const { return m_place.Output(); }
 
   /// Runs with the n-th allocation failing (0: none), or the k-th call of the host going wrong; the
   /// flag, or kThrown.
   int Run(long n, Way way, long k) {
-    for (const auto& [name, bytes] : Job().inputs) {
-      support::WriteWholeFile(m_job.Path() / name, bytes);
-    }
-    std::filesystem::remove(OutputPath());
-    const std::string place = support::AddinSpelling(m_job.Path());
+    m_place.Fill();
     m_host.Begin(way, k);
     kernel_test::FailingAllocation memory(n);
     int flag = kThrown;
     try {
-      flag = Job().call(m_addIn, place, &m_host);
+      flag = m_place.Call(m_addIn, &m_host);
     } catch (const std::runtime_error&) {
     } catch (const std::bad_alloc&) {
     }
@@ -88,11 +76,6 @@ class BuiltFaultsTest : public ::testing::TestWithParam<BuiltJob> {
   void RunClean() {
     EXPECT_EQ(Run(0, Way::kNone, 0), 1);
     EXPECT_EQ(OpenStreamCount(), 0);
-  }
-
-  std::filesystem::path OutputPath() const { return m_job.Path() / Job().output; }
-  std::string Output() const {
-    return std::filesystem::exists(OutputPath()) ? support::ReadWholeFile(OutputPath()) : "none";
   }
 
   /// Whether the output is whole, missing or what an unclosed channel leaves.
@@ -112,13 +95,11 @@ class BuiltFaultsTest : public ::testing::TestWithParam<BuiltJob> {
 
   /// All that holds after every run, however it ended.
   void ExpectTidy() {
-    for (const auto& [name, bytes] : Job().inputs) {
-      EXPECT_EQ(support::ReadWholeFile(m_job.Path() / name), bytes) << name;
-    }
-    std::set<std::string> names = {"BinaryPaths.tmp", "BinaryPaths.txt", "ErrorCapture.txt",
-                                   Job().output};
+    m_place.ExpectInputsWhole();
+    std::set<std::string> names = Job().leftovers;
+    names.insert({"ErrorCapture.txt", Job().output});
     for (const auto& [name, bytes] : Job().inputs) names.insert(name);
-    for (const std::string& name : support::NamesIn(m_job.Path())) {
+    for (const std::string& name : support::NamesIn(m_place.Directory())) {
       EXPECT_TRUE(names.contains(name)) << name;
     }
     EXPECT_EQ(std::filesystem::current_path(), m_home);
@@ -135,7 +116,7 @@ class BuiltFaultsTest : public ::testing::TestWithParam<BuiltJob> {
     }
     EXPECT_LE(m_balance, otherBlocks + streams);
     for (const auto& [name, bytes] : Job().inputs) {
-      CloseStreamsOn((support::AddinSpelling(m_job.Path()) + name).c_str());
+      CloseStreamsOn((support::AddinSpelling(m_place.Directory()) + name).c_str());
       CloseStreamsOn(name.c_str());
     }
     EXPECT_EQ(OpenStreamCount(), 0) << OpenStreamReport().GetString();
@@ -146,11 +127,10 @@ class BuiltFaultsTest : public ::testing::TestWithParam<BuiltJob> {
     EXPECT_TRUE(Output() == m_clean);
   }
 
-  support::TempDirectory m_job;
-  support::TempDirectory m_copies;
+  const Workplace m_place{GetParam()};
   const std::filesystem::path m_home = std::filesystem::current_path();
   FaultyHost m_host;
-  const host::AddIn m_addIn{AddInPath()};
+  const host::AddIn m_addIn{BuiltAddIn()};
   std::string m_clean;
   long m_allocations = 0;
   long m_balance = 0;
