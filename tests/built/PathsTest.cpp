@@ -16,12 +16,12 @@ namespace {
 
 class PathsTest : public ::testing::TestWithParam<BuiltJob> {
  protected:
-  /// The output, and that of the same job in a directory below, are the same.
-  void ExpectTheSameIn(const std::filesystem::path& below) {
+  /// The job makes the same in this directory as in an ordinary one.
+  void ExpectTheSameIn(const std::filesystem::path& directory) {
     FaultyHost host;
     const host::AddIn addIn(BuiltAddIn());
     const Workplace plain(GetParam());
-    const Workplace other(GetParam(), below);
+    const Workplace other(GetParam(), directory);
     for (const Workplace* place : {&plain, &other}) {
       place->Fill();
       EXPECT_EQ(place->Call(addIn, &host), 1);
@@ -31,32 +31,36 @@ class PathsTest : public ::testing::TestWithParam<BuiltJob> {
     EXPECT_EQ(support::NamesIn(other.Directory()), support::NamesIn(plain.Directory()));
     EXPECT_EQ(support::NamesIn(other.Copies()).size(), support::NamesIn(plain.Copies()).size());
   }
+
+  const support::TempDirectory m_folder;
 };
 
-TEST_P(PathsTest, NamesWithSpacesMakeNoDifference) { ExpectTheSameIn("a job  with spaces"); }
+TEST_P(PathsTest, NamesWithSpacesMakeNoDifference) {
+  ExpectTheSameIn(m_folder.Path() / "a job  with spaces");
+}
 
 TEST_P(PathsTest, CharactersOfTheCodePageMakeNoDifference) {
-  const std::filesystem::path below = u8"Gr\u00f6\u00dfe 3 \u20ac";
-  if (PathFromText(TextFromPath(below)) != below) {
+  const std::filesystem::path name = u8"Gr\u00f6\u00dfe 3 \u20ac";
+  if (PathFromText(TextFromPath(name)) != name) {
     GTEST_SKIP() << "the system's code page has not these characters";
   }
-  ExpectTheSameIn(below);
+  ExpectTheSameIn(m_folder.Path() / name);
 }
 
 // Filled up with directories, in names of which the copies' prefix is one.
 TEST_P(PathsTest, OutputOf255CharactersMakesNoDifference) {
   constexpr std::size_t kLongest = 255;
-  const support::TempDirectory some;
-  std::size_t left =
-      kLongest - support::AddinSpelling(some.Path()).size() - std::string(GetParam().output).size();
-  std::filesystem::path below;
+  const std::string output = GetParam().output;
+  std::filesystem::path directory = m_folder.Path();
+  std::size_t left = kLongest - support::AddinSpelling(directory).size() - output.size();
   while (left > 0) {
     // With its separator; what is left must be none or enough for another one.
     const std::size_t length = left <= 60 ? left : std::min<std::size_t>(50, left - 10);
-    below /= std::string(length - 1, 'x');
+    directory /= std::string(length - 1, 'x');
     left -= length;
   }
-  ExpectTheSameIn(below);
+  ASSERT_EQ((support::AddinSpelling(directory) + output).size(), kLongest);
+  ExpectTheSameIn(directory);
 }
 
 INSTANTIATE_TEST_SUITE_P(Exports, PathsTest, ::testing::ValuesIn(BuiltJobs()),

@@ -12,11 +12,11 @@ std::string BuiltAddIn() {
       .string();
 }
 
-Workplace::Workplace(BuiltJob job, const std::filesystem::path& below)
+Workplace::Workplace(BuiltJob job, const std::filesystem::path& directory)
     : m_job(std::move(job)),
-      m_place(below.empty() ? m_directory.Path() : m_directory.Path() / below),
-      m_spelling(support::AddinSpelling(m_place)) {
-  std::filesystem::create_directories(m_place);
+      m_directory(directory.empty() ? m_own.Path() : directory),
+      m_spelling(support::AddinSpelling(m_directory)) {
+  std::filesystem::create_directories(m_directory);
   SetHostMetric(true);
   SetHostTolerance(0.001);
 }

@@ -15,8 +15,8 @@ std::string BuiltAddIn();
 /// for them: metric, with a tolerance of 0.001.
 class Workplace {
  public:
-  /// The job's directory has the name `below` in the one that is made for it.
-  explicit Workplace(BuiltJob job, const std::filesystem::path& below = {});
+  /// The job lies in `directory`, which is made when it is not there, or in one of its own.
+  explicit Workplace(BuiltJob job, const std::filesystem::path& directory = {});
   Workplace(const Workplace&) = delete;
   Workplace& operator=(const Workplace&) = delete;
   ~Workplace();
@@ -29,7 +29,7 @@ class Workplace {
   int Call(const host::AddIn& addIn, HostProgress* host) const;
 
   const BuiltJob& Job() const { return m_job; }
-  const std::filesystem::path& Directory() const { return m_place; }
+  const std::filesystem::path& Directory() const { return m_directory; }
   const std::filesystem::path& Copies() const { return m_copies.Path(); }
 
   std::filesystem::path OutputPath() const { return Directory() / m_job.output; }
@@ -41,8 +41,8 @@ class Workplace {
 
  private:
   BuiltJob m_job;
-  support::TempDirectory m_directory;
+  support::TempDirectory m_own;
   support::TempDirectory m_copies;
-  std::filesystem::path m_place;
-  std::string m_spelling;  // of the place, as the add-in is given it
+  std::filesystem::path m_directory;
+  std::string m_spelling;  // of that, as the add-in is given it
 };

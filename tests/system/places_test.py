@@ -43,7 +43,7 @@ class PlacesTest(SystemTest):
                 ("convert", at("healed.iff"), at("h.stl"), "--ascii"),
                 ("silhouette", at("healed.iff"), at("a.curves"), "--distance", "0.01"),
                 ("spin-silhouette", at("healed.iff"), at("b.curves"), "--distance", "0.01"),
-                ("offset", at("healed.iff"), at("o.iff"), "--distance", "0.2", "--angle", "30"),
+                ("offset", at("healed.iff"), at("o.iff"), "--distance", "0.2", "--angle", "90"),
                 ("info", at("a.curves"))):
             run = self.qzhost("--quiet", "--json", "--stock-data-dir", spelled(self.copies),
                               *(self.in_place(word, place) for word in words))
