@@ -67,7 +67,7 @@ Files InputsOf(const std::string& operation) {
   if (operation == "qztutlFilterStockByColor") return OneBall(200, 0);
   if (operation == "qztutl_heal") return Holed();
   if (operation == "qztutl_silbndy") return OneBall(120, 0.02);
-  if (operation == "qztutlSpinSilBndy") return OneBall(50, 0.02);
+  if (operation == "qztutlSpinSilBndy") return OneBall(35, 0.02);
   return {{"in.iff", support::BinarySurfaceBytes(Ball(3, 6, 0))}};
 }
 

@@ -20,7 +20,7 @@
 
 namespace {
 
-using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
 
 constexpr const char* kNoSuchLocale = "this system has no locale with a decimal comma";
 const std::string kSamples = std::string(QZ_SOURCE_DIR) + "/samples/";
@@ -75,7 +75,7 @@ TEST(DecimalComma, FiguresOfTheKernelAreWrittenDownWithAPoint) {
   FaultyHost host;
   const Workplace place(ThinWall());
   const Files files = RunJob(place, addIn, &host);
-  EXPECT_THAT(files.at("ErrorCapture.txt"), ContainsRegex("\\d\\.\\d"));
+  EXPECT_THAT(files.at("ErrorCapture.txt"), HasSubstr("ray spacing of 0."));
   const CommaLocale locale;
   if (!locale.IsThere()) GTEST_SKIP() << kNoSuchLocale;
   EXPECT_EQ(RunJob(place, addIn, &host), files);
