@@ -59,7 +59,7 @@ class Coverer {
     double cost = -before;
     for (const Corners& facet : facets) {
       const FacetFit fit = FitOf(m_solid, facet, m_limits);
-      if (fit.fold > 0) return;
+      if (fit.fold > m_limits.tolerance) return;
       cost += fit.cost;
     }
     if (cost >= m_least) return;

@@ -14,6 +14,8 @@ constexpr double kLeastFacing = 0.1;
 // off by more than many tolerances makes no difference.
 constexpr double kOffWeight = 0.5;
 constexpr double kMostOff = 30;
+// Of the square of its longest side: so that a sliver is worth being changed, too.
+constexpr double kSliver = 0.02;
 
 }  // namespace
 
@@ -42,12 +44,10 @@ FacetFit FitOf(const LocalOffset& solid, const Corners& facet, const OffsetLimit
   lookAt((b + c) / 2, false);
   lookAt((c + a) / 2, false);
   const double area = Length(across) / 2;
-  fit.cost = area * (asides / 4 + kOffWeight * offSquares / 7);
-  if (least < 0) {
-    const double longest =
-        std::sqrt(std::max({LengthSquared(b - a), LengthSquared(c - b), LengthSquared(a - c)}));
-    if (longest > 0) fit.fold = 2 * area / longest;
-  }
+  const double longest =
+      std::max({LengthSquared(b - a), LengthSquared(c - b), LengthSquared(a - c)});
+  fit.cost = (area + kSliver * longest) * (asides / 4 + kOffWeight * offSquares / 7);
+  if (least < 0 && longest > 0) fit.fold = 2 * area / std::sqrt(longest);
   return fit;
 }
 

@@ -18,9 +18,6 @@ constexpr int kStepsUp = 8;
 constexpr double kClose = 1e-3;
 // Of the tolerance: there is little left then for what lies between the points looked at.
 constexpr double kUncovered = 0.7;
-constexpr double kNear = 0.3;
-// How far the places near a facet's corners are from them, on the way to its centre.
-constexpr double kInwards = 0.05;
 
 // Facets of a mesh to measure distances from.
 class ResultTree {
@@ -60,14 +57,15 @@ class Search {
   Search(const OffsetField& field, const ResultTree& result, const MissedLimits& limits)
       : m_field(field), m_result(result), m_tolerance(limits.tolerance), m_limit(limits.distance) {}
 
-  void LookAbove(std::uint32_t slot) {
+  // Above the centre of a facet and those of its corners that are `due`. An exact surface that is
+  // made of planes is furthest from a mesh above corners.
+  void LookAbove(std::uint32_t slot, const std::array<bool, 3>& due) {
     const Corners& corners = m_field.CornersOf(slot);
     const Vec3 centre = (corners[0] + corners[1] + corners[2]) / 3;
     for (const Vec3& normal : m_field.SideNormals(slot)) {
-      // Where the mesh is near by far there is nothing to be found beside that.
-      if (LookAbove(centre, normal, slot) <= kNear * m_tolerance) continue;
-      for (const Vec3& corner : corners) {
-        LookAbove(corner + (centre - corner) * kInwards, normal, slot);
+      LookAbove(centre, normal, slot);
+      for (std::size_t i = 0; i < 3; ++i) {
+        if (due[i]) LookAbove(corners[i], normal, slot);
       }
     }
   }
@@ -75,13 +73,15 @@ class Search {
   const Missed& Found() const { return m_missed; }
 
  private:
-  // Returns how far the mesh is from the exact surface there; 0 where there is none.
-  double LookAbove(const Vec3& foot, const Vec3& normal, std::uint32_t slot) {
+  void LookAbove(const Vec3& foot, const Vec3& normal, std::uint32_t slot) {
     const Vec3 point = foot + normal * m_field.Radius();
-    if (m_field.At(point, slot).distance <= kClose * m_field.Radius()) return Count(point, slot);
+    if (m_field.At(point, slot).distance <= kClose * m_field.Radius()) {
+      Count(point, slot);
+      return;
+    }
     // Another body covers it. Up from the foot, so that no other facet is passed on the way.
     const std::optional<Vec3> end = WayUp(foot + normal * (2 * kClose * m_field.Radius()), slot);
-    return end ? Count(*end, slot) : 0;
+    if (end) Count(*end, slot);
   }
 
   // The distance from the mesh grows by no more than the step, so the walk never goes too far; no
@@ -111,14 +111,13 @@ class Search {
     return false;
   }
 
-  double Count(const Vec3& point, std::uint32_t slot) {
+  void Count(const Vec3& point, std::uint32_t slot) {
     const UncoveredPoint nearest = m_result.Nearest(point, m_guess);
     if (nearest.distance > m_limit) {
       if (IsThick(point, slot)) ++m_missed.points;
     } else if (nearest.distance > kUncovered * m_tolerance) {
       m_missed.uncovered.push_back(nearest);
     }
-    return nearest.distance;
   }
 
   const OffsetField& m_field;
@@ -128,11 +127,28 @@ class Search {
   Missed m_missed;
 };
 
+// By slot: which corners no slot before has.
+std::vector<std::array<bool, 3>> FirstCorners(const OffsetMakers& makers) {
+  std::vector<std::array<bool, 3>> first(makers.Field().SlotCount());
+  std::vector<bool> isKnown(makers.Mesh().vertices.size(), false);
+  for (std::size_t slot = 0; slot < first.size(); ++slot) {
+    const std::uint32_t facet = makers.Field().FacetOf(static_cast<std::uint32_t>(slot));
+    for (std::size_t i = 0; i < 3; ++i) {
+      const std::uint32_t vertex = makers.Mesh().facets[facet].vertices[i];
+      first[slot][i] = !isKnown[vertex];
+      isKnown[vertex] = true;
+    }
+  }
+  return first;
+}
+
 }  // namespace
 
-Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const MissedLimits& limits,
-                  const std::function<void(double)>& watch) {
+Missed FindMissed(const OffsetMakers& makers, const HalfEdgeMesh& result,
+                  const MissedLimits& limits, const std::function<void(double)>& watch) {
   const ResultTree tree(result, result.LiveFacets(), [&](double share) { watch(share / 2); });
+  const OffsetField& field = makers.Field();
+  const std::vector<std::array<bool, 3>> due = FirstCorners(makers);
   const std::size_t count = (field.SlotCount() + kChunk - 1) / kChunk;
   std::vector<Missed> found(count);
   RunTasks(
@@ -141,7 +157,7 @@ Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const Mi
         Search search(field, tree, limits);
         const std::size_t end = std::min(field.SlotCount(), (chunk + 1) * kChunk);
         for (std::size_t slot = chunk * kChunk; slot < end; ++slot) {
-          search.LookAbove(static_cast<std::uint32_t>(slot));
+          search.LookAbove(static_cast<std::uint32_t>(slot), due[slot]);
         }
         found[chunk] = search.Found();
       },

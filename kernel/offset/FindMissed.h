@@ -23,8 +23,8 @@ struct Missed {
 // above its middle, and where another facet's body covers that, further up the slope of the
 // distance, where gaps and walls that are just left have their middle. Runs on all threads; `watch`
 // hears the share that is done.
-Missed FindMissed(const OffsetField& field, const HalfEdgeMesh& result, const MissedLimits& limits,
-                  const std::function<void(double)>& watch);
+Missed FindMissed(const OffsetMakers& makers, const HalfEdgeMesh& result,
+                  const MissedLimits& limits, const std::function<void(double)>& watch);
 
 // Those of the points that are further than `limit` from the facets, which are live.
 std::vector<UncoveredPoint> StillUncovered(const HalfEdgeMesh& mesh,

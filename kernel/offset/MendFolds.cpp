@@ -17,6 +17,8 @@ constexpr std::size_t kChunk = 16;  // each of these may take a while
 constexpr int kMostRounds = 60;
 // A change must save so much of the cost around it.
 constexpr double kLeastGain = 1e-3;
+// Of the tolerance: there is little left then for what lies between the places looked at.
+constexpr double kMostOff = 0.9;
 constexpr double kGoodGain = 0.3;
 constexpr double kMostValence = 24;
 
@@ -33,7 +35,7 @@ class Surgeon {
   Surgeon(const HalfEdgeMesh& mesh, const LocalOffset& solid, const OffsetLimits& limits)
       : m_mesh(mesh), m_solid(solid), m_limits(limits) {}
 
-  bool IsBad(Index facet) { return Fit(facet).IsBad(m_limits.tolerance); }
+  bool IsBad(Index facet) { return Fit(facet).IsBad(kMostOff * m_limits.tolerance); }
 
   // What helps a facet that is bad most. Where a turned edge saves a good deal, nothing else is
   // tried.

@@ -8,7 +8,6 @@
 #include "kernel/offset/EachOnOffset.h"
 #include "kernel/offset/FindMissed.h"
 #include "kernel/offset/MendFolds.h"
-#include "kernel/offset/RefineOffset.h"
 
 namespace kernel {
 namespace {
@@ -16,7 +15,6 @@ namespace {
 using Index = HalfEdgeMesh::Index;
 using Watch = std::function<void(double)>;
 
-constexpr int kMostCycles = 4;
 constexpr int kMostPasses = 4;
 constexpr double kUncovered = 0.8;  // of the tolerance
 // The share of the work that the first look is.
@@ -34,19 +32,14 @@ class Mender {
                 const Watch& watch) {
     std::vector<Index> due = Suspects([&](double share) { watch(kLookDone * share); });
     Add(left, due);
-    m_looked = due;
     const auto later = [&] { watch(kLookDone); };
-    Mend(std::move(due), later);
+    Mend(due, later);
     for (int pass = 0; pass < kMostPasses && !uncovered.empty(); ++pass) {
       uncovered =
           StillUncovered(m_mesh, Near(uncovered), uncovered, kUncovered * m_limits.tolerance);
       due = CoverPoints(m_mesh, m_makers, m_limits, uncovered);
       if (due.empty()) break;
-      std::vector<Index> unfit =
-          RefineOffset(m_mesh, m_makers, m_limits, due, [&](double) { later(); });
-      Keep(due);
-      Add(due, unfit);
-      Mend(std::move(unfit), later);
+      Mend(due, later);
     }
     Keep(m_looked);
     return Count(m_looked, watch);
@@ -63,14 +56,9 @@ class Mender {
     return facets;
   }
 
-  void Mend(std::vector<Index> due, const std::function<void()>& watch) {
-    for (int cycle = 0; cycle < kMostCycles && !due.empty(); ++cycle) {
-      const std::vector<Index> changed = MendFolds(m_mesh, m_makers, m_limits, due, watch);
-      due = RefineOffset(m_mesh, m_makers, m_limits, changed, [&](double) { watch(); });
-      Add(changed, due);
-      Keep(due);
-      Add(due, m_looked);
-    }
+  void Mend(const std::vector<Index>& due, const std::function<void()>& watch) {
+    Add(due, m_looked);
+    Add(MendFolds(m_mesh, m_makers, m_limits, due, watch), m_looked);
   }
 
   Vec3 MiddleOf(Index half) const {

@@ -30,6 +30,8 @@ constexpr double kMissedSpacings = 0.5;
 // How far the contour is when nodes, crossings and facets are done.
 constexpr double kNodesDone = 0.3;
 constexpr double kCrossingsDone = 0.6;
+// Of refining: what has not come to rest by then never does.
+constexpr int kMostRounds = 16;
 // Of refining when vertices are in place, of cleaning when what is left has been mended.
 constexpr double kSettled = 0.3;
 constexpr double kMended = 0.8;
@@ -109,7 +111,7 @@ class Maker {
     RunStage("Optimising surface", [&](const Tell& tell) {
       m_stuck =
           SettleVertices(mesh, *m_makers, m_limits, [&](double share) { tell(kSettled * share); });
-      m_unfit = RefineOffset(mesh, *m_makers, m_limits, mesh.LiveFacets(),
+      m_unfit = RefineOffset(mesh, *m_makers, m_limits, mesh.LiveFacets(), kMostRounds,
                              [&](double share) { tell(kSettled + (1 - kSettled) * share); });
     });
     return mesh;
@@ -149,7 +151,7 @@ class Maker {
     RunStage("Scanning surface", [&](const Tell& tell) {
       const double distance =
           std::max(kMissedTolerances * m_plan.tolerance, kMissedSpacings * spacing);
-      missed = FindMissed(*m_field, mesh, {m_plan.tolerance, distance}, tell);
+      missed = FindMissed(*m_makers, mesh, {m_plan.tolerance, distance}, tell);
     });
     return missed;
   }

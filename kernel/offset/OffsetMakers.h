@@ -12,6 +12,7 @@ class OffsetMakers final : public SurfaceMakers {
   OffsetMakers(const OffsetField& field, const StockMesh& mesh) : m_field(field), m_mesh(mesh) {}
 
   const OffsetField& Field() const { return m_field; }
+  const StockMesh& Mesh() const { return m_mesh; }
 
   std::uint8_t ColourOf(Generator maker) const override {
     return m_mesh.facets[m_field.FacetOf(maker.Number())].colour;

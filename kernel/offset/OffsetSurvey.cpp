@@ -25,6 +25,11 @@ constexpr double kMoveGain = 0.7;
 constexpr double kTurnGain = 0.6;
 // Of its length: an edge that is off by less may be split beside a crease that cannot be reached.
 constexpr double kShallow = 0.1;
+// Of the longest edge: the height of a facet below which that edge is turned, and how far its ends
+// are from the third corner at least; the cosine at which the new facets face out.
+constexpr double kCap = 0.05;
+constexpr double kCapEnds = 0.2;
+constexpr double kCapFacing = 0.7;
 constexpr double kLittleArea = 0.2;  // of what the facets beside the edge were
 
 Vec3 MiddleOf(const HalfEdgeMesh& mesh, Index half) {
@@ -56,7 +61,11 @@ std::vector<OffsetChange> OffsetSurvey::ForFacets(const std::vector<Index>& due,
     const OffSurface off = solid.HowFarOff(Middle(CornersOf(3 * facet)));
     colours[i] = m_makers.ColourOf(off.maker);
     const double facing = Facing(solid, CornersOf(3 * facet));
-    if (facing < kFacing) found[i] = TurnOf(solid, facet);
+    if (const Index half = CapOf(solid, facet); half != HalfEdgeMesh::kNone) {
+      found[i] = {half, LengthOf(half), true, false, {}};
+    } else if (facing < kFacing) {
+      found[i] = TurnOf(solid, facet);
+    }
     if (found[i].turns || !IsFacetOff(solid, CornersOf(3 * facet), off.distance)) return;
     Index longest = 3 * facet;
     for (const Index half : {longest + 1, longest + 2}) {
@@ -66,6 +75,27 @@ std::vector<OffsetChange> OffsetSurvey::ForFacets(const std::vector<Index>& due,
   });
   std::erase_if(found, [](const OffsetChange& c) { return c.half == HalfEdgeMesh::kNone; });
   return found;
+}
+
+// The longest edge of a facet whose third corner lies nearly on it, where it is better turned:
+// beside it an edge that is off cannot be mended, as nothing fits between. None for other facets.
+Index OffsetSurvey::CapOf(const LocalOffset& solid, Index facet) const {
+  Index longest = 3 * facet;
+  for (const Index half : {longest + 1, longest + 2}) {
+    if (LengthOf(half) > LengthOf(longest)) longest = half;
+  }
+  const Corners near = CornersOf(longest);
+  const double length = LengthOf(longest);
+  if (Length(NormalOf(near)) > kCap * length * length) return HalfEdgeMesh::kNone;
+  const double ends = std::min(Length(near[2] - near[0]), Length(near[2] - near[1]));
+  if (ends < kCapEnds * length || !m_mesh.CanFlip(longest)) return HalfEdgeMesh::kNone;
+  const Corners far = CornersOf(m_mesh.Twin(longest));
+  if (OffAt(solid, (near[2] + far[2]) / 2) > kMiddleShare * m_limits.tolerance) {
+    return HalfEdgeMesh::kNone;
+  }
+  const bool facesOut = Facing(solid, {near[2], near[0], far[2]}) > kCapFacing &&
+                        Facing(solid, {far[2], near[1], near[2]}) > kCapFacing;
+  return facesOut ? longest : HalfEdgeMesh::kNone;
 }
 
 Corners OffsetSurvey::CornersOf(Index half) const {

@@ -14,8 +14,6 @@ namespace {
 using Index = HalfEdgeMesh::Index;
 using Watch = std::function<void(double)>;
 
-// What has not come to rest by then never does.
-constexpr int kMostRounds = 10;
 constexpr double kShort = 0.1;  // of the edge that was turned, to join the new one's ends
 // The share of the work that the first round is.
 constexpr double kFirstRoundDone = 0.6;
@@ -25,8 +23,8 @@ class Refiner {
   Refiner(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits)
       : m_mesh(mesh), m_makers(makers), m_limits(limits) {}
 
-  std::vector<Index> Run(std::vector<Index> due, const Watch& watch) {
-    for (int round = 0; round < kMostRounds && !due.empty(); ++round) {
+  std::vector<Index> Run(std::vector<Index> due, int rounds, const Watch& watch) {
+    for (int round = 0; round < rounds && !due.empty(); ++round) {
       due = Refine(due, [&](double share) {
         watch(round == 0 ? kFirstRoundDone * share : kFirstRoundDone);
       });
@@ -146,9 +144,9 @@ class Refiner {
 
 std::vector<HalfEdgeMesh::Index> RefineOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers,
                                               const OffsetLimits& limits,
-                                              std::vector<HalfEdgeMesh::Index> due,
+                                              std::vector<HalfEdgeMesh::Index> due, int rounds,
                                               const Watch& watch) {
-  return Refiner(mesh, makers, limits).Run(std::move(due), watch);
+  return Refiner(mesh, makers, limits).Run(std::move(due), rounds, watch);
 }
 
 }  // namespace kernel
