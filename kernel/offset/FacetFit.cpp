@@ -32,9 +32,14 @@ FacetFit FitOf(const LocalOffset& solid, const Corners& facet, const OffsetLimit
     const double distance = std::abs(off.distance);
     const double share = std::min(distance / limits.tolerance, kMostOff);
     offSquares += share * share;
+    const double facing = Dot(normal, solid.From(off.maker, point).plane.normal);
+    const double raised = distance / std::max(facing, kLeastFacing);
+    if (raised > fit.off) {
+      fit.off = raised;
+      fit.farthest = point;
+    }
     // On an edge along a crease either side's normal may be found.
-    const double facing = isInner ? Dot(normal, solid.From(off.maker, point).plane.normal) : 1;
-    fit.off = std::max(fit.off, distance / std::max(facing, kLeastFacing));
+    if (!isInner) return;
     asides += 1 - facing;
     least = std::min(least, facing);
   };

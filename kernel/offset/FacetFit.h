@@ -12,6 +12,7 @@ struct FacetFit {
   // How far off the farthest of some places is: what the field tells, and more where the facet
   // faces aside, as one does that bridges two walls below their crease.
   double off = 0;
+  Vec3 farthest;         // that place
   double fold = 0;       // its height, where it faces backwards
   bool isSound = false;  // no needle
 

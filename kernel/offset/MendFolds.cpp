@@ -1,6 +1,7 @@
 #include "kernel/offset/MendFolds.h"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -23,7 +24,7 @@ constexpr double kGoodGain = 0.3;
 constexpr double kMostValence = 24;
 
 struct Mend {
-  enum class Kind { kNone, kFlip, kJoin, kMove, kSplit };
+  enum class Kind { kNone, kFlip, kJoin, kMove, kSplit, kPoint };
   Kind kind = Kind::kNone;
   Index half = 0;  // of kJoin and kMove the one out of the vertex that moves
   Vec3 at;
@@ -37,26 +38,35 @@ class Surgeon {
 
   bool IsBad(Index facet) { return Fit(facet).IsBad(kMostOff * m_limits.tolerance); }
 
-  // What helps a facet that is bad most. Where a turned edge saves a good deal, nothing else is
-  // tried.
-  Mend BestFor(Index facet) {
+  // What helps a facet that is bad most. Where nothing does, and `mayLose`, what harms least.
+  Mend BestFor(Index facet, bool mayLose) {
     m_best = {};
+    ConsiderAll(facet);
+    if (m_best.kind != Mend::Kind::kNone || !mayLose) return m_best;
+    m_mayLose = true;
+    m_best.gain = -std::numeric_limits<double>::infinity();
+    ConsiderAll(facet);
+    return m_best;
+  }
+
+ private:
+  // Where a turned edge saves a good deal, nothing else is tried.
+  void ConsiderAll(Index facet) {
     for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
       ConsiderFlip(half);
       ConsiderFlip(HalfEdgeMesh::Next(m_mesh.Twin(half)));
       ConsiderFlip(HalfEdgeMesh::Previous(m_mesh.Twin(half)));
     }
-    if (m_best.gain > kGoodGain * Fit(facet).cost) return m_best;
+    if (m_best.gain > kGoodGain * Fit(facet).cost) return;
+    ConsiderPoint(facet);
     for (Index half = 3 * facet; half < 3 * facet + 3; ++half) {
       ConsiderJoin(half);
       ConsiderJoin(m_mesh.Twin(half));
       ConsiderMove(half);
       ConsiderSplit(half);
     }
-    return m_best;
   }
 
- private:
   const Vec3& From(Index half) const { return m_mesh.At(m_mesh.Origin(half)); }
   const Vec3& To(Index half) const { return m_mesh.At(m_mesh.Target(half)); }
   const Vec3& Left(Index half) const { return m_mesh.At(m_mesh.Target(HalfEdgeMesh::Next(half))); }
@@ -72,7 +82,9 @@ class Surgeon {
   // Weighs facets that would be new, as long as they may be better than what is known.
   void Consider(Mend::Kind kind, Index half, const Vec3& at, double before,
                 const std::vector<Corners>& facets) {
-    const double most = before - std::max(kLeastGain * before, m_best.gain);
+    // A place from which nothing but a detour leads may lose as much again as it costs.
+    const double least = m_mayLose ? -before : kLeastGain * before;
+    const double most = before - std::max(least, m_best.gain);
     if (most <= 0) return;
     for (const Corners& f : facets) {
       if (!IsSoundFacet(f[0], f[1], f[2], Cross(f[1] - f[0], f[2] - f[0]))) return;
@@ -110,6 +122,17 @@ class Surgeon {
     if (best && best->isCrease) {
       consider(PlaceAboveMiddle(m_solid, From(half), To(half), m_limits));
     }
+  }
+
+  // A new vertex above the place in the facet that is furthest off.
+  void ConsiderPoint(Index facet) {
+    const FacetFit fit = Fit(facet);
+    const std::optional<Vec3> at = PlaceOnOffset(m_solid, fit.farthest, m_limits);
+    if (!at) return;
+    Consider(Mend::Kind::kPoint, 3 * facet, *at, fit.cost,
+             {{From(3 * facet), To(3 * facet), *at},
+              {From(3 * facet + 1), To(3 * facet + 1), *at},
+              {From(3 * facet + 2), To(3 * facet + 2), *at}});
   }
 
   // The facets around a half edge's origin when that is elsewhere, without those at `merged`.
@@ -158,6 +181,7 @@ class Surgeon {
   const HalfEdgeMesh& m_mesh;
   const LocalOffset& m_solid;
   OffsetLimits m_limits;
+  bool m_mayLose = false;
   Mend m_best;
   std::vector<std::pair<Index, FacetFit>> m_known;
 };
@@ -184,7 +208,8 @@ class Ward {
         due.size(), m_makers, [&](double) { m_watch(); },
         [&](const LocalOffset& solid, std::size_t i) {
           Surgeon surgeon(m_mesh, solid, m_limits);
-          if (surgeon.IsBad(due[i])) mends[i] = surgeon.BestFor(due[i]);
+          if (surgeon.IsBad(due[i]))
+            mends[i] = surgeon.BestFor(due[i], due[i] >= m_isShaken.size() || !m_isShaken[due[i]]);
         },
         kChunk);
     std::erase_if(mends, [](const Mend& mend) { return mend.kind == Mend::Kind::kNone; });
@@ -193,6 +218,7 @@ class Ward {
     });
     m_changed.assign(m_mesh.FacetCount(), false);
     m_again.clear();
+    m_isShaken.resize(m_mesh.FacetCount(), false);
     for (const Mend& mend : mends) Do(mend);
     m_changed.resize(m_mesh.FacetCount(), true);
     m_touched.resize(m_mesh.FacetCount(), false);
@@ -215,6 +241,7 @@ class Ward {
 
   // The facets that a mend was weighed with.
   std::vector<Index> Concerned(const Mend& mend) const {
+    if (mend.kind == Mend::Kind::kPoint) return {mend.half / 3};
     if (mend.kind == Mend::Kind::kFlip || mend.kind == Mend::Kind::kSplit) {
       return {mend.half / 3, m_mesh.Twin(mend.half) / 3};
     }
@@ -251,10 +278,16 @@ class Ward {
       case Mend::Kind::kSplit:
         m_mesh.SplitEdge(mend.half, mend.at);
         break;
+      case Mend::Kind::kPoint:
+        m_mesh.SplitFacet(mend.half / 3, mend.at);
+        break;
       case Mend::Kind::kNone:
         return;
     }
-    for (const Index facet : concerned) m_changed[facet] = true;
+    for (const Index facet : concerned) {
+      m_changed[facet] = true;
+      if (mend.gain <= 0) m_isShaken[facet] = true;
+    }
   }
 
   HalfEdgeMesh& m_mesh;
@@ -262,6 +295,7 @@ class Ward {
   OffsetLimits m_limits;
   const std::function<void()>& m_watch;
   std::vector<bool> m_changed, m_touched;
+  std::vector<bool> m_isShaken;  // facets that have come from a detour; no second one is made
   std::vector<Index> m_again;
 };
 

@@ -60,7 +60,7 @@ std::vector<OffsetChange> OffsetSurvey::ForFacets(const std::vector<Index>& due,
     const Index facet = due[i];
     const OffSurface off = solid.HowFarOff(Middle(CornersOf(3 * facet)));
     colours[i] = m_makers.ColourOf(off.maker);
-    const double facing = Facing(solid, CornersOf(3 * facet));
+    const double facing = FacingOf(solid, CornersOf(3 * facet), off.maker);
     if (const Index half = CapOf(solid, facet); half != HalfEdgeMesh::kNone) {
       found[i] = {half, LengthOf(half), true, false, {}};
     } else if (facing < kFacing) {
@@ -105,11 +105,15 @@ Corners OffsetSurvey::CornersOf(Index half) const {
 
 // The cosine between a facet's normal and that of the surface at its centre; -1 for a needle.
 double OffsetSurvey::Facing(const LocalOffset& solid, const Corners& facet) const {
-  const Vec3 centre = Middle(facet);
-  const Vec3 outward = solid.From(solid.HowFarOff(centre).maker, centre).plane.normal;
+  return FacingOf(solid, facet, solid.HowFarOff(Middle(facet)).maker);
+}
+
+// The same when it is known which body is there.
+double OffsetSurvey::FacingOf(const LocalOffset& solid, const Corners& facet,
+                              Generator maker) const {
   const Vec3 normal = NormalOf(facet);
   if (!IsSoundFacet(facet[0], facet[1], facet[2], normal)) return -1;
-  return Dot(Normalised(normal), outward);
+  return Dot(Normalised(normal), solid.From(maker, Middle(facet)).plane.normal);
 }
 
 // The edge of a facet that faces aside which is best turned for that; none where that helps

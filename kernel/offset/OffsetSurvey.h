@@ -41,6 +41,7 @@ class OffsetSurvey {
   double LengthOf(Index half) const;
   double OffAt(const LocalOffset& solid, const Vec3& point) const;
   double Facing(const LocalOffset& solid, const Corners& facet) const;
+  double FacingOf(const LocalOffset& solid, const Corners& facet, Generator maker) const;
   Index CapOf(const LocalOffset& solid, Index facet) const;
   OffsetChange TurnOf(const LocalOffset& solid, Index facet) const;
   OffsetChange SplitOf(const LocalOffset& solid, Index half) const;
