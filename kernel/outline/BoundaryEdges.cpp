@@ -5,6 +5,7 @@
 #include <set>
 
 #include "kernel/outline/MeetingEdges.h"
+#include "kernel/outline/SortAndTell.h"
 
 namespace kernel {
 namespace {
@@ -47,7 +48,7 @@ class LineSweep {
         m_above(edges.size()),
         m_byEnd(edges.size()) {
     std::iota(m_byEnd.begin(), m_byEnd.end(), 0U);
-    std::sort(m_byEnd.begin(), m_byEnd.end(), [&](Number a, Number b) {
+    SortAndTell(m_byEnd, m_tell, [&](Number a, Number b) {
       const Point2 &ofA = edges[a].to, &ofB = edges[b].to;
       return SamePoint(ofA, ofB) ? a < b : ComesBefore(ofA, ofB);
     });

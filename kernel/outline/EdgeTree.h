@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "kernel/outline/PlaneEdge.h"
@@ -30,7 +31,9 @@ struct Box2 {
 // edges.
 class EdgeTree {
  public:
-  explicit EdgeTree(const std::vector<PlaneEdge>& edges);
+  // `tell` is called now and then; what it throws passes on.
+  explicit EdgeTree(
+      const std::vector<PlaneEdge>& edges, const std::function<void()>& tell = [] {});
 
   // Calls visit(edge number) for each edge whose box meets `box`.
   template <typename Visit>
@@ -60,7 +63,7 @@ class EdgeTree {
     std::uint32_t begin, end, second;
   };
 
-  void Build(std::uint32_t begin, std::uint32_t end);
+  void Build(std::uint32_t begin, std::uint32_t end, const std::function<void()>& tell);
 
   std::vector<Box2> m_boxes;  // in the order of m_order
   std::vector<std::uint32_t> m_order;

@@ -14,11 +14,11 @@ bool IsNarrow(const Loop& loop) { return std::abs(DoubledArea(loop)) <= kNarrow 
 
 }  // namespace
 
-std::vector<Loop> OutlineOf(std::vector<PlaneEdge> boundary) {
-  std::vector<Loop> loops = TraceLoops(std::move(boundary));
+std::vector<Loop> OutlineOf(std::vector<PlaneEdge> boundary, const std::function<void()>& tell) {
+  std::vector<Loop> loops = TraceLoops(std::move(boundary), tell);
   std::erase_if(loops, IsNarrow);
   // One cell: what has been split and led through cells is straight again.
-  return SimplifyLoops(loops, 1);
+  return SimplifyLoops(loops, 1, tell);
 }
 
 }  // namespace kernel

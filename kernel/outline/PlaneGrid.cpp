@@ -12,6 +12,8 @@
 namespace kernel {
 namespace {
 
+constexpr std::size_t kTellInterval = 1U << 16;  // points
+
 constexpr double kFinest = 0x1p-42;
 // The narrowest length whose square and its product with a rounding error are still normal.
 constexpr double kLeastDiagonal = 1e-140;
@@ -64,16 +66,25 @@ Point2 PlaneGrid::Place(const Point2& gridPoint) const {
 }
 
 std::vector<Loop> PlacedLoops(const std::vector<Loop>& loops, const PlaneGrid& grid,
-                              const std::vector<Point2>& originals) {
+                              const std::vector<Point2>& originals,
+                              const std::function<void()>& tell) {
   struct Placed {
     Point2 place;
     bool original = false;
   };
+  std::size_t looked = 0;
+  const auto look = [&] {
+    if (++looked % kTellInterval == 0) tell();
+  };
   std::unordered_map<Point2, Placed, PointHash, PointEqual> places;
   for (const Loop& loop : loops) {
-    for (const Point2& point : loop) places.insert({point, {grid.Place(point), false}});
+    for (const Point2& point : loop) {
+      look();
+      places.insert({point, {grid.Place(point), false}});
+    }
   }
   for (const Point2& original : originals) {
+    look();
     const auto found = places.find(grid.Snap(original));
     if (found == places.end() || found->second.original) continue;
     found->second = {original, true};
@@ -81,7 +92,10 @@ std::vector<Loop> PlacedLoops(const std::vector<Loop>& loops, const PlaneGrid& g
   std::vector<Loop> placed;
   for (const Loop& loop : loops) {
     Loop& back = placed.emplace_back();
-    for (const Point2& point : loop) back.push_back(places.at(point).place);
+    for (const Point2& point : loop) {
+      look();
+      back.push_back(places.at(point).place);
+    }
     // Far from the origin two cells may have one place.
     DropRepeats(back);
     if (back.size() < 3) placed.pop_back();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "kernel/outline/TraceLoops.h"
@@ -26,8 +27,10 @@ class PlaneGrid {
 };
 
 // The loops in the plane. A grid point where one of the `originals` has been snapped to gets that
-// one's coordinates, the first one's where there are more.
+// one's coordinates, the first one's where there are more. `tell` is called now and then; what it
+// throws passes on.
 std::vector<Loop> PlacedLoops(const std::vector<Loop>& loops, const PlaneGrid& grid,
-                              const std::vector<Point2>& originals);
+                              const std::vector<Point2>& originals,
+                              const std::function<void()>& tell);
 
 }  // namespace kernel

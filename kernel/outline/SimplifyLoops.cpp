@@ -10,6 +10,8 @@
 namespace kernel {
 namespace {
 
+constexpr std::size_t kTellInterval = 1U << 16;
+
 double SquaredDistance(const Point2& a, const Point2& b) {
   return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
 }
@@ -25,8 +27,8 @@ double SquaredDistanceToSegment(const Point2& point, const Point2& a, const Poin
 
 class LoopSimplifier {
  public:
-  LoopSimplifier(const Loop& loop, double distance)
-      : m_loop(loop), m_limit(distance * distance), m_kept(loop.size(), false) {}
+  LoopSimplifier(const Loop& loop, double distance, const std::function<void()>& tell)
+      : m_loop(loop), m_tell(tell), m_limit(distance * distance), m_kept(loop.size(), false) {}
 
   Loop Run() {
     const std::size_t far = FarthestFromStart();
@@ -71,6 +73,7 @@ class LoopSimplifier {
     while (!open.empty()) {
       const auto [from, to] = open.back();
       open.pop_back();
+      TellAfter(to - from);
       const auto [far, squared] = Farthest(from, to);
       if (squared <= m_limit) continue;
       m_kept[far] = true;
@@ -79,18 +82,27 @@ class LoopSimplifier {
     }
   }
 
+  void TellAfter(std::size_t points) {
+    m_looked += points;
+    if (m_looked < kTellInterval) return;
+    m_looked = 0;
+    m_tell();
+  }
+
   void KeepOneBeside(std::size_t far) {
     const auto before = Farthest(0, far), behind = Farthest(far, m_loop.size());
     m_kept[before.second >= behind.second ? before.first : behind.first] = true;
   }
 
   const Loop& m_loop;
+  const std::function<void()>& m_tell;
+  std::size_t m_looked = 0;  // points since the last time
   double m_limit;
   std::vector<bool> m_kept;
 };
 
 // For each loop whether one of its edges crosses another edge.
-std::vector<bool> Crossing(const std::vector<Loop>& loops) {
+std::vector<bool> Crossing(const std::vector<Loop>& loops, const std::function<void()>& tell) {
   std::vector<PlaneEdge> edges;
   std::vector<std::size_t> loopOf;
   for (std::size_t l = 0; l < loops.size(); ++l) {
@@ -100,9 +112,12 @@ std::vector<bool> Crossing(const std::vector<Loop>& loops) {
     }
   }
   std::vector<bool> crossing(loops.size(), false);
-  const EdgeTree tree(edges);
+  const EdgeTree tree(edges, tell);
+  std::size_t met = 0;
   for (std::uint32_t i = 0; i < edges.size(); ++i) {
     tree.ForEachMeeting(Box2::Of(edges[i]), [&](std::uint32_t j) {
+      // Itself, at least.
+      if (++met % kTellInterval == 0) tell();
       if (j <= i || !CrossProperly(edges[i], edges[j])) return;
       crossing[loopOf[i]] = crossing[loopOf[j]] = true;
     });
@@ -112,14 +127,15 @@ std::vector<bool> Crossing(const std::vector<Loop>& loops) {
 
 }  // namespace
 
-std::vector<Loop> SimplifyLoops(const std::vector<Loop>& loops, double distance) {
+std::vector<Loop> SimplifyLoops(const std::vector<Loop>& loops, double distance,
+                                const std::function<void()>& tell) {
   std::vector<Loop> simple;
   simple.reserve(loops.size());
-  for (const Loop& loop : loops) simple.push_back(LoopSimplifier(loop, distance).Run());
+  for (const Loop& loop : loops) simple.push_back(LoopSimplifier(loop, distance, tell).Run());
   // Putting one back may bring a new crossing, with another loop that is still simplified.
   for (bool changed = true; changed;) {
     changed = false;
-    const std::vector<bool> crossing = Crossing(simple);
+    const std::vector<bool> crossing = Crossing(simple, tell);
     for (std::size_t l = 0; l < loops.size(); ++l) {
       if (!crossing[l] || simple[l].size() == loops[l].size()) continue;
       simple[l] = loops[l];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "kernel/outline/TraceLoops.h"
@@ -12,7 +13,9 @@ namespace kernel {
 //
 // Source: Douglas and Peucker, "Algorithms for the reduction of the number of points" (1973),
 // between the loop's first point and the one farthest from it. Where two edges would cross, the
-// loops that they belong to stay as they are.
-std::vector<Loop> SimplifyLoops(const std::vector<Loop>& loops, double distance);
+// loops that they belong to stay as they are. `tell` is called now and then; what it throws passes
+// on.
+std::vector<Loop> SimplifyLoops(const std::vector<Loop>& loops, double distance,
+                                const std::function<void()>& tell);
 
 }  // namespace kernel

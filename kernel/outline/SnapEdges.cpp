@@ -6,6 +6,7 @@
 
 #include "kernel/outline/EdgeTree.h"
 #include "kernel/outline/MeetingEdges.h"
+#include "kernel/outline/SortAndTell.h"
 
 namespace kernel {
 namespace {
@@ -95,10 +96,12 @@ class Snapper {
       }
       return;
     }
-    const EdgeTree tree(m_edges);
+    const EdgeTree tree(m_edges, m_tell);
     for (std::uint32_t i = 0; i < m_edges.size(); ++i) {
       TellAt(i);
+      // An edge may meet thousands.
       tree.ForEachMeeting(Box2::Of(m_edges[i]), [&](std::uint32_t j) {
+        TellAt(++m_met);
         if (i < j) AddCrossing(i, j);
       });
     }
@@ -126,7 +129,7 @@ class Snapper {
       for (std::uint32_t e = 0; e < m_edges.size(); ++e) FindPassedBy(e, ends);
       return;
     }
-    const EdgeTree tree(m_edges);
+    const EdgeTree tree(m_edges, m_tell);
     for (std::size_t i = 0; i < ends.size(); ++i) {
       TellAt(i);
       tree.ForEachMeeting(CellAround(ends[i]), [&](std::uint32_t e) {
@@ -152,13 +155,13 @@ class Snapper {
       ends.push_back(edge.from);
       ends.push_back(edge.to);
     }
-    std::sort(ends.begin(), ends.end(), ComesBefore);
+    SortAndTell(ends, m_tell, ComesBefore);
     ends.erase(std::unique(ends.begin(), ends.end(), SamePoint), ends.end());
     return ends;
   }
 
   void SplitAtStops() {
-    std::sort(m_stops.begin(), m_stops.end(), [](const Stop& a, const Stop& b) {
+    SortAndTell(m_stops, m_tell, [](const Stop& a, const Stop& b) {
       if (a.edge != b.edge) return a.edge < b.edge;
       if (a.along != b.along) return a.along < b.along;
       return ComesBefore(a.point, b.point);
@@ -169,7 +172,7 @@ class Snapper {
     m_stops.erase(std::unique(m_stops.begin(), m_stops.end(), same), m_stops.end());
     Split();
     m_stops.clear();
-    JoinEqualEdges(m_edges);
+    JoinEqualEdges(m_edges, m_tell);
   }
 
   void Split() {
@@ -187,17 +190,18 @@ class Snapper {
   std::vector<PlaneEdge>& m_edges;
   const std::function<void()>& m_tell;
   std::vector<Stop> m_stops;
+  std::size_t m_met = 0;
 };
 
 }  // namespace
 
-void JoinEqualEdges(std::vector<PlaneEdge>& edges) {
+void JoinEqualEdges(std::vector<PlaneEdge>& edges, const std::function<void()>& tell) {
   for (PlaneEdge& edge : edges) {
     if (!ComesBefore(edge.to, edge.from)) continue;
     std::swap(edge.from, edge.to);
     edge.step = -edge.step;
   }
-  std::sort(edges.begin(), edges.end(), [](const PlaneEdge& a, const PlaneEdge& b) {
+  SortAndTell(edges, tell, [](const PlaneEdge& a, const PlaneEdge& b) {
     return SamePoint(a.from, b.from) ? ComesBefore(a.to, b.to) : ComesBefore(a.from, b.from);
   });
   std::size_t kept = 0;

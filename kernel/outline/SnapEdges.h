@@ -21,7 +21,7 @@ namespace kernel {
 void SnapEdges(std::vector<PlaneEdge>& edges, const std::function<void()>& tell);
 
 // Has every edge run forwards in the order of the sweep line, joins edges between the same two
-// points, and leaves those out that have no length or change no winding. Sorted.
-void JoinEqualEdges(std::vector<PlaneEdge>& edges);
+// points, and leaves those out that have no length or change no winding. Sorted. `tell` as above.
+void JoinEqualEdges(std::vector<PlaneEdge>& edges, const std::function<void()>& tell);
 
 }  // namespace kernel

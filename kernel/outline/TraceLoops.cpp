@@ -4,16 +4,20 @@
 #include <cmath>
 #include <cstdint>
 
+#include "kernel/outline/SortAndTell.h"
+
 namespace kernel {
 namespace {
 
 using Number = std::uint32_t;
 constexpr Number kNone = UINT32_MAX;
+constexpr std::size_t kTellInterval = 1U << 16;
 
 class LoopTracer {
  public:
-  explicit LoopTracer(std::vector<PlaneEdge> boundary) : m_edges(std::move(boundary)) {
-    std::sort(m_edges.begin(), m_edges.end(), [](const PlaneEdge& a, const PlaneEdge& b) {
+  LoopTracer(std::vector<PlaneEdge> boundary, const std::function<void()>& tell)
+      : m_edges(std::move(boundary)), m_tell(tell) {
+    SortAndTell(m_edges, m_tell, [](const PlaneEdge& a, const PlaneEdge& b) {
       return SamePoint(a.from, b.from) ? ComesBefore(a.to, b.to) : ComesBefore(a.from, b.from);
     });
     for (Number i = 0; i < m_edges.size(); ++i) {
@@ -47,6 +51,7 @@ class LoopTracer {
   void Walk(Number vertex, Number edge) {
     Push(vertex);
     while (edge != kNone) {
+      if (++m_walked % kTellInterval == 0) m_tell();
       m_used[edge] = true;
       const Point2 from = m_edges[edge].from;
       vertex = VertexAt(m_edges[edge].to);
@@ -102,6 +107,8 @@ class LoopTracer {
   }
 
   std::vector<PlaneEdge> m_edges;
+  const std::function<void()>& m_tell;
+  std::size_t m_walked = 0;     // edges
   std::vector<Number> m_first;  // of the edges that leave each vertex, and the count of all
   std::vector<bool> m_used;
   std::vector<Number> m_inPath;
@@ -129,8 +136,8 @@ double Perimeter(const Loop& loop) {
   return sum;
 }
 
-std::vector<Loop> TraceLoops(std::vector<PlaneEdge> boundary) {
-  std::vector<Loop> loops = LoopTracer(std::move(boundary)).Run();
+std::vector<Loop> TraceLoops(std::vector<PlaneEdge> boundary, const std::function<void()>& tell) {
+  std::vector<Loop> loops = LoopTracer(std::move(boundary), tell).Run();
   for (Loop& loop : loops) {
     std::rotate(loop.begin(), std::min_element(loop.begin(), loop.end(), ComesBefore), loop.end());
   }

@@ -73,7 +73,7 @@ class GroupUniter {
 }  // namespace
 
 std::vector<PlaneEdge> UniteEdges(std::vector<PlaneEdge> edges, const std::function<void()>& tell) {
-  JoinEqualEdges(edges);
+  JoinEqualEdges(edges, tell);
   for (int round = 0; round <= kMostRounds; ++round) {
     if (auto boundary = BoundaryEdges(edges, tell)) return std::move(*boundary);
     SnapEdges(edges, tell);

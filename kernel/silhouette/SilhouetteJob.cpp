@@ -72,9 +72,9 @@ std::vector<Loop> Silhouette(const formats::Mesh& mesh, const Box3& box, double 
   });
   std::vector<Loop> loops;
   RunStage(progress, "Generating outline", [&](const auto& tell) {
-    loops = OutlineOf(UniteEdges(std::move(edges), tell));
-    if (distance > 0) loops = SimplifyLoops(loops, grid.Cells(distance));
-    loops = PlacedLoops(loops, grid, originals);
+    loops = OutlineOf(UniteEdges(std::move(edges), tell), tell);
+    if (distance > 0) loops = SimplifyLoops(loops, grid.Cells(distance), tell);
+    loops = PlacedLoops(loops, grid, originals, tell);
   });
   return loops;
 }

@@ -36,8 +36,10 @@ struct SpunOutline {
   std::vector<Loop> loops;
 
   std::vector<Loop> Placed(double furtherTolerance) const {
-    if (furtherTolerance == 0) return PlacedLoops(loops, grid, originals);
-    return PlacedLoops(SimplifyLoops(loops, grid.Cells(furtherTolerance)), grid, originals);
+    const std::function<void()> tell = [] {};
+    if (furtherTolerance == 0) return PlacedLoops(loops, grid, originals, tell);
+    return PlacedLoops(SimplifyLoops(loops, grid.Cells(furtherTolerance), tell), grid, originals,
+                       tell);
   }
 };
 
@@ -91,7 +93,7 @@ SpunOutline Outline(const StockMesh& mesh, double tolerance, const Tell& tell) {
     if (i == groups.Count()) return OnGrid(section, outline.grid);
     return OnGrid(SpunBorders(mesh, groups.Facets(i), kArcShare * tolerance), outline.grid);
   };
-  outline.loops = OutlineOf(UniteGroups(groups.Count() + 1, group, tell));
+  outline.loops = OutlineOf(UniteGroups(groups.Count() + 1, group, tell), [&] { tell(1); });
   return outline;
 }
 

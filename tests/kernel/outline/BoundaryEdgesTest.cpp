@@ -21,7 +21,7 @@ std::vector<PlaneEdge> EdgesOf(const Loops& loops) {
       edges.push_back({loop[i], loop[(i + 1) % loop.size()], {1, 0}});
     }
   }
-  JoinEqualEdges(edges);
+  JoinEqualEdges(edges, [] {});
   return edges;
 }
 
@@ -31,7 +31,7 @@ bool Meet(const Loops& loops) {
 
 double Area(const std::vector<PlaneEdge>& boundary) {
   double sum = 0;
-  for (const Loop& loop : TraceLoops(boundary)) sum += DoubledArea(loop) / 2;
+  for (const Loop& loop : TraceLoops(boundary, [] {})) sum += DoubledArea(loop) / 2;
   return sum;
 }
 
