@@ -79,11 +79,12 @@ TEST(OffsetCallbacks, StopAtAnyCallLeavesTheOutputUnclosedAndTheNextRunWorks) {
 }
 
 TEST(OffsetCallbacks, OutputWithoutMemoryIsAFatalErrorAtEveryPlace) {
-  const SweepResult whole = RunOffset(Body(), 3, 45);
+  const formats::Mesh body = support::Box({0, 0, 0}, {4, 3, 2}, 1);
+  const SweepResult whole = RunOffset(body, 1, 45);
   const std::size_t vertices = whole.mesh.vertices.size();
   for (const std::size_t memory : {std::size_t{0}, std::size_t{1}, vertices - 1, vertices,
                                    vertices + whole.mesh.facets.size() - 1}) {
-    const SweepResult run = RunOffset(Body(), 3, 45, 0, memory);
+    const SweepResult run = RunOffset(body, 1, 45, 0, memory);
     EXPECT_EQ(run.dialog.errors, std::vector<std::string>{"Memory limit reached."});
     EXPECT_EQ(run.closes, 0);
   }
@@ -92,10 +93,10 @@ TEST(OffsetCallbacks, OutputWithoutMemoryIsAFatalErrorAtEveryPlace) {
 TEST(OffsetCallbacks, EveryNumberOfThreadsGivesTheSameResult) {
   const formats::Mesh torus = compare_test::Torus(20, 12);
   kernel::LimitWorkers(1);
-  const SweepResult one = RunOffset(torus, -1, 20);
+  const SweepResult one = RunOffset(torus, -1, 30);
   for (const unsigned threads : {2U, 5U}) {
     kernel::LimitWorkers(threads);
-    ExpectSame(RunOffset(torus, -1, 20), one);
+    ExpectSame(RunOffset(torus, -1, 30), one);
   }
   kernel::LimitWorkers(0);
   ExpectSound(one);
