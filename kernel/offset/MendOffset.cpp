@@ -49,6 +49,7 @@ class Mender {
   // The facets that were nearest to the points, as far as they are left, and all that is new since.
   std::vector<Index> Near(const std::vector<UncoveredPoint>& points) const {
     std::vector<Index> facets;
+    facets.reserve(points.size() + m_mesh.FacetCount() - m_firstNew);
     for (const UncoveredPoint& point : points) facets.push_back(point.facet);
     for (Index facet = m_firstNew; facet < m_mesh.FacetCount(); ++facet) facets.push_back(facet);
     Add(m_looked, facets);
@@ -132,8 +133,8 @@ class Mender {
 }  // namespace
 
 OffPlaces MendOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
-                     std::vector<HalfEdgeMesh::Index> left, std::vector<UncoveredPoint> uncovered,
-                     const Watch& watch) {
+                     const std::vector<HalfEdgeMesh::Index>& left,
+                     std::vector<UncoveredPoint> uncovered, const Watch& watch) {
   return Mender(mesh, makers, limits).Run(left, std::move(uncovered), watch);
 }
 

@@ -21,7 +21,8 @@ struct OffPlaces {
 // edge-manifold; the result does not depend on the number of threads. `watch` hears the share that
 // is done.
 OffPlaces MendOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
-                     std::vector<HalfEdgeMesh::Index> left, std::vector<UncoveredPoint> uncovered,
+                     const std::vector<HalfEdgeMesh::Index>& left,
+                     std::vector<UncoveredPoint> uncovered,
                      const std::function<void(double)>& watch);
 
 }  // namespace kernel

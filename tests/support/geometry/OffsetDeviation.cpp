@@ -1,6 +1,7 @@
 #include "support/geometry/OffsetDeviation.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -26,9 +27,8 @@ class ResultPoints {
     std::vector<bool> isKnown(result.vertices.size(), false);
     for (std::size_t f = 0; f < result.facets.size(); f += m_looks.step) {
       const formats::Facet& facet = result.facets[f];
-      const auto [a, b, c] = Corners(result, facet);
       const Point outward = Normal(result, facet);
-      const std::array<Point, 3> corner = {a, b, c};
+      const std::array<Point, 3> corner = Corners(result, facet);
       for (std::size_t i = 0; i < 3; ++i) {
         const auto vertex = static_cast<std::size_t>(facet.vertices[i]);
         if (!isKnown[vertex]) Look(corner[i], outward);
@@ -38,7 +38,7 @@ class ResultPoints {
         if (!isOther) Look(Plus(Plus({}, corner[i], 0.5), corner[(i + 1) % 3], 0.5), outward);
       }
       const auto inside = [&](double x, double y) {
-        Look(Plus(Plus(Plus({}, a, 1 - x - y), b, x), c, y), outward);
+        Look(Plus(Plus(Plus({}, corner[0], 1 - x - y), corner[1], x), corner[2], y), outward);
       };
       inside(1.0 / 3, 1.0 / 3);
       inside(2.0 / 3, 1.0 / 6);

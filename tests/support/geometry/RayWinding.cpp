@@ -40,9 +40,13 @@ RayWinding::RayWinding(const formats::Mesh& solid)
   m_side = 1 + static_cast<std::size_t>(std::sqrt(static_cast<double>(m_shadows.size())));
   m_cells.resize(m_side * m_side);
   for (std::size_t i = 0; i < m_shadows.size(); ++i) {
-    const auto& [a, b, c] = m_shadows[i];
-    const auto first = [&](std::size_t k) { return CellOf(std::min({a[k], b[k], c[k]}), k); };
-    const auto last = [&](std::size_t k) { return CellOf(std::max({a[k], b[k], c[k]}), k); };
+    const Shadow& shadow = m_shadows[i];
+    const auto first = [&](std::size_t k) {
+      return CellOf(std::min({shadow.a[k], shadow.b[k], shadow.c[k]}), k);
+    };
+    const auto last = [&](std::size_t k) {
+      return CellOf(std::max({shadow.a[k], shadow.b[k], shadow.c[k]}), k);
+    };
     for (std::size_t y = first(1); y <= last(1); ++y) {
       for (std::size_t x = first(0); x <= last(0); ++x) {
         m_cells[y * m_side + x].push_back(static_cast<std::uint32_t>(i));
