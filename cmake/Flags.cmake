@@ -22,7 +22,7 @@ else()
     -ffp-contract=off -fvisibility=hidden -fvisibility-inlines-hidden)
   target_compile_options(qz_flags INTERFACE ${QZ_DEBUG_INFO})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    target_compile_options(qz_flags INTERFACE -Wno-maybe-uninitialized)
+    target_compile_options(qz_flags INTERFACE -Wno-maybe-uninitialized -Wno-dangling-pointer)
   endif()
 endif()
 

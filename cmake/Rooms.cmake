@@ -19,11 +19,22 @@ function(qz_headers name)
   target_include_directories(${name} INTERFACE "${CMAKE_BINARY_DIR}/rooms/${name}")
 endfunction()
 
+# What nearly every source includes of the standard library is read once for all rooms. A source with
+# compile options of its own reads what it includes itself, and so does every one for the linter.
+if(NOT MSVC)
+  file(WRITE ${CMAKE_BINARY_DIR}/standard_headers.cpp "")
+  add_library(qz_standard_headers STATIC EXCLUDE_FROM_ALL ${CMAKE_BINARY_DIR}/standard_headers.cpp)
+  target_link_libraries(qz_standard_headers PRIVATE qz_flags)
+  target_precompile_headers(qz_standard_headers PRIVATE <algorithm> <array> <cmath> <cstdint> <cstdio>
+    <cstring> <functional> <map> <memory> <optional> <string> <vector>)
+endif()
+
 # qz_room(NAME FOLDER folder SOURCES file... [LINKS target...] [PRIVATE_LINKS target...]
-# [PRECOMPILED header...]): a static library of the sources in one folder; whoever links it sees that
-# folder's headers. PRECOMPILED: large headers that most of the sources include.
+# [PRECOMPILED header...] [JOINED file...]): a static library of the sources in one folder; whoever
+# links it sees that folder's headers. PRECOMPILED: large headers that most of the sources include.
+# JOINED: those of the sources that instantiate the same large templates are compiled as one.
 function(qz_room name)
-  cmake_parse_arguments(ROOM "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS;PRECOMPILED" ${ARGN})
+  cmake_parse_arguments(ROOM "" "FOLDER" "SOURCES;LINKS;PRIVATE_LINKS;PRECOMPILED;JOINED" ${ARGN})
   _qz_link_into(${name} ${ROOM_FOLDER})
   list(TRANSFORM ROOM_SOURCES PREPEND "${CMAKE_SOURCE_DIR}/${ROOM_FOLDER}/")
   add_library(${name} STATIC ${ROOM_SOURCES})
@@ -31,6 +42,13 @@ function(qz_room name)
   target_link_libraries(${name} PUBLIC ${ROOM_LINKS} PRIVATE qz_flags ${ROOM_PRIVATE_LINKS})
   if(ROOM_PRECOMPILED)
     target_precompile_headers(${name} PRIVATE ${ROOM_PRECOMPILED})
+  elseif(NOT MSVC)
+    target_precompile_headers(${name} REUSE_FROM qz_standard_headers)
+  endif()
+  if(ROOM_JOINED AND QZ_JOIN_SOURCES)
+    list(TRANSFORM ROOM_JOINED PREPEND "${CMAKE_SOURCE_DIR}/${ROOM_FOLDER}/")
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    set_source_files_properties(${ROOM_JOINED} PROPERTIES UNITY_GROUP joined)
   endif()
 endfunction()
 
