@@ -4,7 +4,7 @@ target_compile_features(qz_flags INTERFACE cxx_std_20)
 
 # A sanitizer's report needs lines. Otherwise debug information is a good part of the compile time:
 # who debugs asks for -g.
-if(QZ_SANITIZE)
+if(QZ_SANITIZE OR QZ_SANITIZE_THREADS)
   set(QZ_DEBUG_INFO -g1 CACHE STRING "Debug information of our own code")
 else()
   set(QZ_DEBUG_INFO -g0 CACHE STRING "Debug information of our own code")
@@ -32,6 +32,14 @@ if(QZ_SANITIZE)
   # A std::function or a container in one module may be seen by another; the vptr check would need
   # type information that hidden visibility keeps apart.
   add_compile_options(-fno-sanitize=vptr,function)
+endif()
+if(QZ_SANITIZE_THREADS)
+  add_compile_options(-fsanitize=thread)
+  add_link_options(-fsanitize=thread)
+endif()
+if(QZ_COVERAGE)
+  add_compile_options(--coverage)
+  add_link_options(--coverage)
 endif()
 if(QZ_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
