@@ -4,7 +4,7 @@
 
 packages=(
     # both builds
-    cmake ninja-build git g++ g++-mingw-w64-x86-64-posix wine wine64 binutils python3
+    cmake ninja-build git g++ g++-mingw-w64-x86-64-posix wine wine64 binutils python3 locales
     # libraries; the header-only ones serve the cross build too
     googletest libcgal-dev libboost-dev libeigen3-dev libcli11-dev nlohmann-json3-dev libbenchmark-dev
     # sanitizers, fuzzing, lint

@@ -93,14 +93,8 @@ void SetEnvironmentText(const std::string& name, const std::string& text) {
 }
 
 std::string Utf8(const std::string& text) {
-  const std::wstring wide = PathFromText(text).wstring();
-  const auto length = static_cast<int>(wide.size());
-  const auto convert = [&](char* to, int size) {
-    return WideCharToMultiByte(CP_UTF8, 0, wide.data(), length, to, size, nullptr, nullptr);
-  };
-  std::string utf8(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
-  convert(utf8.data(), static_cast<int>(utf8.size()));
-  return utf8;
+  const std::u8string utf8 = PathFromText(text).u8string();
+  return {utf8.begin(), utf8.end()};
 }
 
 bool StandardErrorIsTerminal() { return _isatty(2) != 0; }
