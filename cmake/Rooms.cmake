@@ -86,13 +86,38 @@ function(qz_module name)
   endif()
 endfunction()
 
-# qz_test(NAME SOURCES file... [LINKS target...] [WRAP function...] [ENVIRONMENT var=value...]):
-# a GoogleTest program, run as one test. WRAP sends the named functions through __wrap_NAME.
+# The sources of a target of the tests are compiled as one, but for those of other folders and those
+# that have names of their own for what others have too.
+function(_qz_join_sources name sources alone)
+  if(QZ_JOIN_SOURCES)
+    list(FILTER sources INCLUDE REGEX "^${CMAKE_SOURCE_DIR}")
+    set_source_files_properties(${sources} ${alone} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
+  endif()
+endfunction()
+
+# qz_test_parts(NAME STATIC|OBJECT SOURCES file... [ALONE file...] [LINKS target...]): what test
+# programs share, compiled like them. Whoever links it sees the headers under tests/.
+function(qz_test_parts name type)
+  cmake_parse_arguments(PARTS "" "" "SOURCES;ALONE;LINKS" ${ARGN})
+  add_library(${name} ${type} ${PARTS_SOURCES} ${PARTS_ALONE})
+  _qz_join_sources(${name} "${PARTS_SOURCES}" "${PARTS_ALONE}")
+  if(NOT MSVC)
+    target_precompile_headers(${name} REUSE_FROM qz_standard_headers)
+  endif()
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PUBLIC ${PARTS_LINKS} GTest::gmock PRIVATE qz_flags)
+endfunction()
+
+# qz_test(NAME SOURCES file... [ALONE file...] [LINKS target...] [WRAP function...]
+# [ENVIRONMENT var=value...]): a GoogleTest program, run as one test. ALONE names those of the sources
+# that cannot be compiled as one with the others. WRAP sends the named functions through __wrap_NAME.
 # Test programs are compiled without optimisation, which halves their compile time; OPTIMISED
 # is for those that compute a lot themselves.
 function(qz_test name)
-  cmake_parse_arguments(TEST "OPTIMISED" "" "SOURCES;LINKS;WRAP;ENVIRONMENT" ${ARGN})
-  add_executable(${name} ${TEST_SOURCES})
+  cmake_parse_arguments(TEST "OPTIMISED" "" "SOURCES;ALONE;LINKS;WRAP;ENVIRONMENT" ${ARGN})
+  add_executable(${name} ${TEST_SOURCES} ${TEST_ALONE})
+  _qz_join_sources(${name} "${TEST_SOURCES}" "${TEST_ALONE}")
   if(TEST_OPTIMISED)
     target_precompile_headers(${name} REUSE_FROM qz_optimised_test_headers)
   else()

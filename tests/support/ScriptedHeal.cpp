@@ -6,15 +6,6 @@
 #include "support/ScriptedKernel.h"
 #include "support/TestHost.h"
 
-namespace {
-
-std::string Spell(const char* path) {
-  support::TestHost* host = support::CurrentTestHost();
-  return host == nullptr ? path : host->events.Spell(path);
-}
-
-}  // namespace
-
 struct IFHeal::Impl {
   UIDialog& callbacks;
 };
@@ -34,6 +25,7 @@ IFHeal::~IFHeal() {
 void IFHeal::Run(double tolerance, char* inputFile, char* outputFile) {
   support::ScriptedKernel& kernel = support::CurrentScriptedKernel();
   kernel.healTolerance = tolerance;
-  kernel.Enter("heal.Run", Spell(inputFile) + " " + Spell(outputFile), m_impl->callbacks);
+  kernel.Enter("heal.Run", support::SpelledPath(inputFile) + " " + support::SpelledPath(outputFile),
+               m_impl->callbacks);
   kernel.Enter("heal.Run ends", "", m_impl->callbacks);
 }

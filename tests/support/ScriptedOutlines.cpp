@@ -18,11 +18,6 @@ namespace {
 
 support::ScriptedKernel& Kernel() { return support::CurrentScriptedKernel(); }
 
-std::string Spell(const char* path) {
-  support::TestHost* host = support::CurrentTestHost();
-  return host == nullptr ? path : host->events.Spell(path);
-}
-
 // What a kernel does when the channel refuses something.
 void GiveUp(UIDialog& callbacks) { callbacks.ErrorMessage("The curves do not fit.", true); }
 
@@ -85,7 +80,8 @@ IFSilhouette::~IFSilhouette() {
 
 void IFSilhouette::Run(char* inputFile, char* outputFile, double distance, UIDialog* dialog) {
   Kernel().distance = distance;
-  Kernel().Enter("silhouette.Run", Spell(inputFile) + " " + Spell(outputFile), *dialog);
+  Kernel().Enter("silhouette.Run",
+                 support::SpelledPath(inputFile) + " " + support::SpelledPath(outputFile), *dialog);
   Kernel().Enter("silhouette.Run ends", "", *dialog);
 }
 

@@ -67,6 +67,10 @@ std::vector<std::string> TestHost::OpenStreams() const {
 
 TestHost* CurrentTestHost() { return g_host; }
 
+std::string SpelledPath(const char* path) {
+  return g_host == nullptr ? path : g_host->events.Spell(path);
+}
+
 void Note(const std::string& event) {
   if (g_host != nullptr) g_host->events.Note(event);
 }

@@ -64,6 +64,9 @@ class TestHost {
 /// The living host; null when there is none.
 TestHost* CurrentTestHost();
 
+/// A path as the living host's sequence spells it, if there is one.
+std::string SpelledPath(const char* path);
+
 /// Writes an event into the living host's sequence, if there is one.
 void Note(const std::string& event);
 

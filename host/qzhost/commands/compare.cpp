@@ -25,7 +25,7 @@ namespace host {
 
 namespace {
 
-struct Settings {
+struct CompareSettings {
   std::string job;
   std::string part;
   std::string stock;
@@ -36,7 +36,7 @@ struct Settings {
   CompareLimits limits;
 };
 
-formats::CompareBands BandsOf(const Settings& settings) {
+formats::CompareBands BandsOf(const CompareSettings& settings) {
   formats::CompareBands bands;
   bands.stockColour = static_cast<std::uint32_t>(settings.stockColour.value_or(0));
   for (const std::string& text : settings.bands) {
@@ -61,14 +61,15 @@ formats::CompareBands BandsOf(const Settings& settings) {
   return bands;
 }
 
-void WriteCsv(const Settings& settings, CompareResult& result, std::vector<std::string>& written) {
+void WriteCsv(const CompareSettings& settings, CompareResult& result,
+              std::vector<std::string>& written) {
   if (settings.csv.empty() || !result.statistics) return;
   WriteComparisonCsv(settings.csv, result);
   written.push_back(settings.csv);
 }
 
 // What both forms say, once it is known which files were written.
-int Finish(Report& report, const Settings& settings, CompareResult& result,
+int Finish(Report& report, const CompareSettings& settings, CompareResult& result,
            std::vector<std::string> written, const KernelMessages& messages,
            const Options& options) {
   WriteCsv(settings, result, written);
@@ -80,12 +81,12 @@ int Finish(Report& report, const Settings& settings, CompareResult& result,
   return Conclude(report, result.verdict);
 }
 
-void RefuseCsvOver(const Settings& settings, const std::vector<std::string>& inputs) {
+void RefuseCsvOver(const CompareSettings& settings, const std::vector<std::string>& inputs) {
   if (settings.csv.empty()) return;
   for (const std::string& input : inputs) RefuseOutputOverInput(input, settings.csv);
 }
 
-int CompareJob(const Settings& settings, const Options& options) {
+int CompareJob(const CompareSettings& settings, const Options& options) {
   const std::string directory = OpenJobDirectory(settings.job);
   std::vector<std::string> files = FilesIn(directory);
   for (std::string& file : files) file.insert(0, directory);
@@ -103,7 +104,7 @@ int CompareJob(const Settings& settings, const Options& options) {
   return Finish(report, settings, result, written.Paths(), messages, options);
 }
 
-int CompareFiles(const Settings& settings, const Options& options) {
+int CompareFiles(const CompareSettings& settings, const Options& options) {
   RefuseOutputOverInput(settings.part, settings.output);
   RefuseOutputOverInput(settings.stock, settings.output);
   RefuseCsvOver(settings, {settings.part, settings.stock, settings.output});
@@ -133,7 +134,7 @@ int CompareFiles(const Settings& settings, const Options& options) {
   return Finish(report, settings, result, written, messages, options);
 }
 
-int Compare(const Settings& settings, const Options& options) {
+int Compare(const CompareSettings& settings, const Options& options) {
   const bool byFiles = !settings.part.empty() || !settings.stock.empty() ||
                        !settings.output.empty() || !settings.bands.empty() ||
                        settings.stockColour.has_value();
@@ -157,7 +158,7 @@ int Compare(const Settings& settings, const Options& options) {
 void AddCompareCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand(
       "compare", "Colour a part by its distance from a stock, and say how far they are apart");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<CompareSettings>();
   command->add_option("JOBDIR", settings->job, "A job's directory with part, stock and bands");
   command->add_option("--part", settings->part, "The part: .iff, .tmp, .stl, .ply, .obj, .off");
   command->add_option("--stock", settings->stock, "The stock, of these formats; a closed solid");

@@ -28,10 +28,10 @@ using CompressExport = void(CString directory, CString input, CString output,
                             HostProgress* progress, double tolerance, bool* succeeded);
 
 // What every compression writes into its job's directory.
-const std::vector<std::string> kScratchFiles = {"BinaryPaths.tmp", "BinaryPaths.txt",
-                                                "ErrorCapture.txt"};
+const std::vector<std::string> kCompressionFiles = {"BinaryPaths.tmp", "BinaryPaths.txt",
+                                                    "ErrorCapture.txt"};
 
-struct Settings {
+struct CompressSettings {
   std::string job;
   std::string input;
   std::string output;
@@ -68,7 +68,7 @@ bool IsInPlaceOf(const std::string& output, const std::string& directory, std::s
 }
 
 void RefuseScratchFile(const std::string& directory, const std::string& output) {
-  for (const std::string& name : kScratchFiles) {
+  for (const std::string& name : kCompressionFiles) {
     if (IsInPlaceOf(output, directory, name)) {
       throw CommandError(output + ": the compression writes this file itself");
     }
@@ -89,7 +89,7 @@ void Measure(const formats::Mesh& input, const formats::Mesh& result, Deviations
   deviations.measured = true;
 }
 
-SurfaceOperation OperationOf(const Settings& settings, const std::string& directory,
+SurfaceOperation OperationOf(const CompressSettings& settings, const std::string& directory,
                              Deviations& deviations) {
   SurfaceOperation operation;
   operation.caption = "Compressing";
@@ -108,7 +108,7 @@ SurfaceOperation OperationOf(const Settings& settings, const std::string& direct
     Measure(input, result, deviations);
   };
   operation.explain = [directory] {
-    const std::string place = UnwritablePlace(directory, kScratchFiles);
+    const std::string place = UnwritablePlace(directory, kCompressionFiles);
     return place.empty() ? place : place + ": cannot be written";
   };
   return operation;
@@ -126,7 +126,7 @@ std::string DeviationText(const FarthestPoint::Found& found, const Options& opti
          Fixed(found.place[2], 4) + ")";
 }
 
-void AddDeviations(Report& report, const Deviations& deviations, const Settings& settings,
+void AddDeviations(Report& report, const Deviations& deviations, const CompressSettings& settings,
                    const Options& options) {
   if (!deviations.measured) return;
   report.Add("result_from_input", DeviationObject(deviations.resultFromInput), "result from input",
@@ -141,7 +141,7 @@ void AddDeviations(Report& report, const Deviations& deviations, const Settings&
   }
 }
 
-std::vector<std::string> FilesWritten(const WrittenFiles& written, const Settings& settings,
+std::vector<std::string> FilesWritten(const WrittenFiles& written, const CompressSettings& settings,
                                       const SurfaceResult& result) {
   std::vector<std::string> paths = written.Paths();
   const std::string output = FullPath(settings.output);
@@ -152,7 +152,7 @@ std::vector<std::string> FilesWritten(const WrittenFiles& written, const Setting
   return paths;
 }
 
-int Compress(const Settings& settings, const Options& options) {
+int Compress(const CompressSettings& settings, const Options& options) {
   const std::string directory = OpenJobDirectory(settings.job);
   RefuseScratchFile(directory, settings.output);
   Deviations deviations;
@@ -175,7 +175,7 @@ int Compress(const Settings& settings, const Options& options) {
 void AddCompressCommand(CLI::App& app, Options& options) {
   auto* command =
       app.add_subcommand("compress", "Store a surface with fewer facets, within a tolerance");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<CompressSettings>();
   command->add_option("JOBDIR", settings->job, "The job's directory; two scratch files go there")
       ->required();
   command

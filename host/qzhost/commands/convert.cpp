@@ -14,7 +14,7 @@ namespace host {
 
 namespace {
 
-struct Settings {
+struct ConvertSettings {
   std::string input;
   std::string output;
   std::optional<int> colour;
@@ -22,7 +22,7 @@ struct Settings {
   bool ascii = false;
 };
 
-Conversion ConversionOf(const Settings& settings) {
+Conversion ConversionOf(const ConvertSettings& settings) {
   Conversion conversion{settings.input, settings.output, {}, 0};
   conversion.colour = static_cast<std::uint8_t>(settings.colour.value_or(0));
   if (settings.binary) conversion.encoding = formats::MeshEncoding::Binary;
@@ -30,7 +30,7 @@ Conversion ConversionOf(const Settings& settings) {
   return conversion;
 }
 
-Report ReportOn(const Settings& settings, const std::string& inputFormat,
+Report ReportOn(const ConvertSettings& settings, const std::string& inputFormat,
                 const std::string& outputFormat, const std::string& outputText,
                 const Options& options) {
   Report report(options);
@@ -43,7 +43,7 @@ Report ReportOn(const Settings& settings, const std::string& inputFormat,
   return report;
 }
 
-int ConvertAMesh(const Settings& settings, const Options& options) {
+int ConvertAMesh(const ConvertSettings& settings, const Options& options) {
   const ConversionResult result = ConvertMesh(ConversionOf(settings));
   const std::string encoding = result.encoding == formats::MeshEncoding::Ascii ? "ASCII" : "binary";
   const std::string format = formats::NameOf(result.outputFormat);
@@ -61,7 +61,7 @@ int ConvertAMesh(const Settings& settings, const Options& options) {
   return kSuccess;
 }
 
-int ConvertToDrawing(const Settings& settings, const Options& options) {
+int ConvertToDrawing(const ConvertSettings& settings, const Options& options) {
   if (settings.binary || settings.ascii || settings.colour) {
     throw CommandError("--binary, --ascii and --colour are for meshes");
   }
@@ -78,7 +78,7 @@ int ConvertToDrawing(const Settings& settings, const Options& options) {
   return kSuccess;
 }
 
-int Convert(const Settings& settings, const Options& options) {
+int Convert(const ConvertSettings& settings, const Options& options) {
   return KindOf(settings.input) == FileKind::kCurves ? ConvertToDrawing(settings, options)
                                                      : ConvertAMesh(settings, options);
 }
@@ -88,7 +88,7 @@ int Convert(const Settings& settings, const Options& options) {
 void AddConvertCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand(
       "convert", "Convert a mesh, or curves to a drawing; the output's extension says the format");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<ConvertSettings>();
   command
       ->add_option("IN", settings->input,
                    "The mesh: .iff, .tmp, .stl, .ply, .obj, .off; or a file of curves")

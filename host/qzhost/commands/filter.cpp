@@ -14,14 +14,14 @@ namespace {
 using FilterExport = void(char* input, char* output, unsigned short colourCount,
                           unsigned char* colours, bool* succeeded);
 
-struct Settings {
+struct FilterSettings {
   std::string input;
   std::string output;
   std::vector<int> colours;
 };
 
 // In rising order, each once: the add-in keeps a facet once for every time its colour is named.
-std::vector<unsigned char> ColoursOf(const Settings& settings) {
+std::vector<unsigned char> ColoursOf(const FilterSettings& settings) {
   std::vector<unsigned char> colours;
   for (const int colour : settings.colours) colours.push_back(static_cast<unsigned char>(colour));
   std::sort(colours.begin(), colours.end());
@@ -44,7 +44,7 @@ std::string MissingFacets(const std::vector<unsigned char>& colours, const forma
          " facets";
 }
 
-SurfaceOperation OperationOf(const Settings& settings, std::vector<unsigned char>& colours) {
+SurfaceOperation OperationOf(const FilterSettings& settings, std::vector<unsigned char>& colours) {
   SurfaceOperation operation;
   operation.caption = "Filtering";
   operation.input = settings.input;
@@ -76,7 +76,7 @@ void AddColours(Report& report, const std::vector<unsigned char>& colours,
   report.Add("colours", std::move(list));
 }
 
-int Filter(const Settings& settings, const Options& options) {
+int Filter(const FilterSettings& settings, const Options& options) {
   std::vector<unsigned char> colours = ColoursOf(settings);
   const SurfaceOperation operation = OperationOf(settings, colours);
   const SurfaceResult result = RunSurfaceOperation(operation, options);
@@ -91,7 +91,7 @@ int Filter(const Settings& settings, const Options& options) {
 
 void AddFilterCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand("filter", "Keep only the facets of the colours given");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<FilterSettings>();
   AddMeshInput(*command, settings->input);
   AddMeshOutput(*command, settings->output);
   command

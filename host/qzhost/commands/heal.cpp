@@ -13,14 +13,14 @@ namespace {
 
 using HealExport = void(double tolerance, char* input, char* output, bool* succeeded);
 
-struct Settings {
+struct HealSettings {
   std::string input;
   std::string output;
   double tolerance = 0.0;
   bool check = false;
 };
 
-SurfaceOperation OperationOf(const Settings& settings) {
+SurfaceOperation OperationOf(const HealSettings& settings) {
   SurfaceOperation operation;
   operation.caption = "Healing";
   operation.input = settings.input;
@@ -45,12 +45,12 @@ void AddWhatIsLeft(Report& report, const SurfaceResult& result) {
 }
 
 // A check is about the input: a result that could be made is no success of it.
-void JudgeCheck(const Settings& settings, SurfaceResult& result) {
+void JudgeCheck(const HealSettings& settings, SurfaceResult& result) {
   if (!settings.check || !result.changed) return;
   result.verdict = {kFailed, settings.input + ": healing would change it"};
 }
 
-int Heal(const Settings& settings, const Options& options) {
+int Heal(const HealSettings& settings, const Options& options) {
   if (settings.output.empty() && !settings.check) {
     throw CommandError("OUT is required, unless with --check (try --help)");
   }
@@ -70,7 +70,7 @@ int Heal(const Settings& settings, const Options& options) {
 
 void AddHealCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand("heal", "Close gaps and mend facets of a surface");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<HealSettings>();
   AddMeshInput(*command, settings->input);
   command->add_option("OUT", settings->output,
                       "The mesh to write, of these extensions; not needed with --check");

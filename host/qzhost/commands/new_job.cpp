@@ -14,7 +14,7 @@ namespace host {
 namespace {
 
 // What the command line gives; what it leaves open depends on the units, which may stand behind.
-struct Settings {
+struct NewJobArguments {
   NewJobSettings job;
   std::string gcode;
   std::string apt;
@@ -27,7 +27,7 @@ constexpr double kToleranceInInches = 0.001;
 constexpr std::size_t kPathsShown = 20;
 constexpr std::size_t kLinesShown = 10;
 
-void ChooseProgram(const Settings& settings, NewJobSettings& job) {
+void ChooseProgram(const NewJobArguments& settings, NewJobSettings& job) {
   const bool isApt = !settings.apt.empty();
   job.language = isApt ? ProgramLanguage::kApt : ProgramLanguage::kGCode;
   job.program = isApt ? settings.apt : settings.gcode;
@@ -37,7 +37,7 @@ void ChooseProgram(const Settings& settings, NewJobSettings& job) {
   }
 }
 
-NewJobSettings Complete(const Settings& settings, const Options& options) {
+NewJobSettings Complete(const NewJobArguments& settings, const Options& options) {
   NewJobSettings job = settings.job;
   ChooseProgram(settings, job);
   job.metric = options.units == Units::kMillimetres;
@@ -127,7 +127,7 @@ void AddUnknown(Report& report, const formats::GCodeReport& program) {
   report.Add("not_understood", std::move(list));
 }
 
-int NewJob(const Settings& settings, const Options& options) {
+int NewJob(const NewJobArguments& settings, const Options& options) {
   const NewJobResult result = MakeJob(Complete(settings, options));
   Report report(options);
   report.Add("command", "new-job");
@@ -144,7 +144,7 @@ int NewJob(const Settings& settings, const Options& options) {
   return kSuccess;
 }
 
-void AddSettings(CLI::App& command, Settings& settings) {
+void AddSettings(CLI::App& command, NewJobArguments& settings) {
   NewJobSettings& job = settings.job;
   command.add_option("DIR", job.directory, "The job's directory; made when it is not there")
       ->required();
@@ -192,7 +192,7 @@ void AddSettings(CLI::App& command, Settings& settings) {
 void AddNewJobCommand(CLI::App& app, Options& options) {
   auto* command =
       app.add_subcommand("new-job", "Make a job of a stock, a machining program and a tool table");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<NewJobArguments>();
   AddSettings(*command, *settings);
   command->callback([settings, &options] {
     options.run = [settings, &options] { return NewJob(*settings, options); };

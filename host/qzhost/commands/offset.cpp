@@ -15,7 +15,7 @@ using OffsetExport = void(const char* input, const char* output, double distance
 
 constexpr double kLargestAngle = 90.0;
 
-struct Settings {
+struct OffsetSettings {
   std::string input;
   std::string output;
   double distance = 0.0;
@@ -23,7 +23,7 @@ struct Settings {
 };
 
 // The box is changed while the add-in runs.
-SurfaceOperation OperationOf(const Settings& settings, formats::Box& box) {
+SurfaceOperation OperationOf(const OffsetSettings& settings, formats::Box& box) {
   SurfaceOperation operation;
   operation.caption = "Offsetting";
   operation.input = settings.input;
@@ -42,7 +42,7 @@ SurfaceOperation OperationOf(const Settings& settings, formats::Box& box) {
   return operation;
 }
 
-int Offset(const Settings& settings, const Options& options) {
+int Offset(const OffsetSettings& settings, const Options& options) {
   formats::Box box{};
   const SurfaceOperation operation = OperationOf(settings, box);
   const SurfaceResult result = RunSurfaceOperation(operation, options);
@@ -59,7 +59,7 @@ int Offset(const Settings& settings, const Options& options) {
 void AddOffsetCommand(CLI::App& app, Options& options) {
   auto* command =
       app.add_subcommand("offset", "Grow a surface by a distance all around, or shrink a solid");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<OffsetSettings>();
   AddMeshInput(*command, settings->input);
   AddMeshOutput(*command, settings->output);
   command

@@ -13,13 +13,13 @@ namespace {
 using SilhouetteExport = void(char* input, char* output, double distance, double* boxMin,
                               double* boxMax, unsigned char* result);
 
-struct Settings {
+struct SilhouetteSettings {
   std::string input;
   std::string output;
   double distance = 0.0;
 };
 
-OutlineOperation OperationOf(const Settings& settings) {
+OutlineOperation OperationOf(const SilhouetteSettings& settings) {
   OutlineOperation operation;
   operation.caption = "Tracing the silhouette";
   operation.input = settings.input;
@@ -34,7 +34,7 @@ OutlineOperation OperationOf(const Settings& settings) {
   return operation;
 }
 
-int Silhouette(const Settings& settings, const Options& options) {
+int Silhouette(const SilhouetteSettings& settings, const Options& options) {
   const OutlineOperation operation = OperationOf(settings);
   const OutlineResult result = RunOutlineOperation(operation, options);
   Report report(options);
@@ -49,7 +49,7 @@ int Silhouette(const Settings& settings, const Options& options) {
 void AddSilhouetteCommand(CLI::App& app, Options& options) {
   auto* command =
       app.add_subcommand("silhouette", "Trace the outline of a surface's shadow along z");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<SilhouetteSettings>();
   AddMeshInput(*command, settings->input);
   AddCurvesOutput(*command, settings->output);
   command

@@ -13,14 +13,14 @@ namespace {
 using SpinSilhouetteExport = void(const char* input, int mode, const char* output, double distance,
                                   double* boxMin, double* boxMax, unsigned char* result);
 
-struct Settings {
+struct SpinSilhouetteSettings {
   std::string input;
   std::string output;
   double distance = 0.0;
   int mode = 0;
 };
 
-OutlineOperation OperationOf(const Settings& settings) {
+OutlineOperation OperationOf(const SpinSilhouetteSettings& settings) {
   OutlineOperation operation;
   operation.caption = "Tracing the spun outline";
   operation.input = settings.input;
@@ -36,7 +36,7 @@ OutlineOperation OperationOf(const Settings& settings) {
   return operation;
 }
 
-int SpinSilhouette(const Settings& settings, const Options& options) {
+int SpinSilhouette(const SpinSilhouetteSettings& settings, const Options& options) {
   const OutlineOperation operation = OperationOf(settings);
   const OutlineResult result = RunOutlineOperation(operation, options);
   Report report(options);
@@ -52,7 +52,7 @@ int SpinSilhouette(const Settings& settings, const Options& options) {
 void AddSpinSilhouetteCommand(CLI::App& app, Options& options) {
   auto* command = app.add_subcommand(
       "spin-silhouette", "Trace the outline in x and radius of a surface spun about the x axis");
-  const auto settings = std::make_shared<Settings>();
+  const auto settings = std::make_shared<SpinSilhouetteSettings>();
   AddMeshInput(*command, settings->input);
   AddCurvesOutput(*command, settings->output);
   command

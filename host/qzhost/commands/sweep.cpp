@@ -20,8 +20,8 @@ namespace host {
 namespace {
 
 constexpr const char* kOperation = "qztutlSweepMultipleToolpathsFromStock";
-const std::vector<std::string> kScratchFiles = {"BinaryPaths.tmp", "BinaryPaths.txt",
-                                                "StockModelOutput.tmp"};
+const std::vector<std::string> kSweepFiles = {"BinaryPaths.tmp", "BinaryPaths.txt",
+                                              "StockModelOutput.tmp"};
 
 struct Job {
   std::string directory;  // in the system's spelling, with a trailing separator
@@ -64,7 +64,7 @@ Verdict Judge(const Job& job, const Outcome& outcome, const KernelMessages& mess
   if (outcome.cancelled) return {kCancelled, "stopped by the user"};
   if (!outcome.flag) {
     return ExplainFalseFlag(outcome, messages.Errors(), UnreadableInput(job),
-                            UnwritablePlace(job.directory, kScratchFiles));
+                            UnwritablePlace(job.directory, kSweepFiles));
   }
   if (!written.IsNew(job.Result())) {
     return {kNoResult, job.Result() + ": the add-in reports success but has made no new result"};

@@ -9,7 +9,6 @@
 namespace support {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr std::size_t kLeaf = 4;
 
 Point NearestOnSegment(const Point& p, const Point& a, const Point& b) {

@@ -2,8 +2,11 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace support {
+
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 using Point = std::array<double, 3>;
 

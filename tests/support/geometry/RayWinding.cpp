@@ -9,8 +9,6 @@
 namespace support {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 // Into coordinates whose third axis is the ray's direction: turned about x by 0.7 and about y
 // by 1.1 radians or so.
 Point Turned(const Point& p) {
