@@ -12,12 +12,19 @@ using Index = HalfEdgeMesh::Index;
 
 constexpr std::size_t kChunk = 16;  // each of these may take a while
 constexpr int kMostRounds = 60;
+// For one facet: where two ways to mesh a place cost the same but for rounding, one would follow
+// the other without an end.
+constexpr int kMostMends = 20;
 
 class Ward {
  public:
   Ward(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
        const std::function<void()>& watch)
-      : m_mesh(mesh), m_makers(makers), m_limits(limits), m_watch(watch) {}
+      : m_mesh(mesh),
+        m_makers(makers),
+        m_limits(limits),
+        m_watch(watch),
+        m_past(mesh.FacetCount()) {}
 
   std::vector<Index> Treat(std::vector<Index> due) {
     for (int round = 0; round < kMostRounds && !due.empty(); ++round) due = Round(due);
@@ -29,22 +36,29 @@ class Ward {
   }
 
  private:
+  // Of a facet and those that it was made of.
+  struct Past {
+    int mends = 0;          // found for its sake
+    bool isShaken = false;  // by a detour; no second one is made
+  };
+
   std::vector<Index> Round(const std::vector<Index>& due) {
     std::vector<Mend> mends(due.size());
     ForEachInChunks(
         due.size(), m_makers, [&](double) { m_watch(); },
         [&](const LocalOffset& solid, std::size_t i) {
-          const bool mayLose = due[i] >= m_isShaken.size() || !m_isShaken[due[i]];
-          mends[i] = BestMend(m_mesh, solid, m_limits, due[i], mayLose);
+          mends[i] = BestMend(m_mesh, solid, m_limits, due[i], !m_past[due[i]].isShaken);
         },
         kChunk);
+    for (std::size_t i = 0; i < due.size(); ++i) {
+      if (mends[i].kind != Mend::Kind::kNone) ++m_past[due[i]].mends;
+    }
     std::erase_if(mends, [](const Mend& mend) { return mend.kind == Mend::Kind::kNone; });
     std::sort(mends.begin(), mends.end(), [](const Mend& a, const Mend& b) {
       return a.gain != b.gain ? a.gain > b.gain : a.half < b.half;
     });
     m_changed.assign(m_mesh.FacetCount(), false);
     m_again.clear();
-    m_isShaken.resize(m_mesh.FacetCount(), false);
     for (const Mend& mend : mends) Do(mend);
     m_changed.resize(m_mesh.FacetCount(), true);
     m_touched.resize(m_mesh.FacetCount(), false);
@@ -59,7 +73,9 @@ class Ward {
         again.push_back(m_mesh.Twin(half) / 3);
       }
     }
-    std::erase_if(again, [&](Index facet) { return !m_mesh.IsLive(facet); });
+    std::erase_if(again, [&](Index facet) {
+      return !m_mesh.IsLive(facet) || m_past[facet].mends >= kMostMends;
+    });
     std::sort(again.begin(), again.end());
     again.erase(std::unique(again.begin(), again.end()), again.end());
     return again;
@@ -110,10 +126,17 @@ class Ward {
       case Mend::Kind::kNone:
         return;
     }
+    Past past;
+    for (const Index facet : concerned) {
+      past.mends = std::max(past.mends, m_past[facet].mends);
+      past.isShaken = past.isShaken || m_past[facet].isShaken;
+    }
+    past.isShaken = past.isShaken || mend.gain <= 0;
     for (const Index facet : concerned) {
       m_changed[facet] = true;
-      if (mend.gain <= 0) m_isShaken[facet] = true;
+      m_past[facet] = past;
     }
+    m_past.resize(m_mesh.FacetCount(), past);
   }
 
   HalfEdgeMesh& m_mesh;
@@ -121,7 +144,7 @@ class Ward {
   OffsetLimits m_limits;
   const std::function<void()>& m_watch;
   std::vector<bool> m_changed, m_touched;
-  std::vector<bool> m_isShaken;  // facets that have come from a detour; no second one is made
+  std::vector<Past> m_past;  // by facet
   std::vector<Index> m_again;
 };
 

@@ -12,6 +12,7 @@
 #include "kernel/offset/MendOffset.h"
 #include "kernel/offset/OffsetCrossings.h"
 #include "kernel/offset/OffsetNodes.h"
+#include "kernel/offset/PlaceOverVertices.h"
 #include "kernel/offset/RefineOffset.h"
 #include "kernel/offset/SettleVertices.h"
 #include "kernel/sweep/Contour.h"
@@ -32,7 +33,9 @@ constexpr double kNodesDone = 0.3;
 constexpr double kCrossingsDone = 0.6;
 // Of refining: what has not come to rest by then never does.
 constexpr int kMostRounds = 16;
-// Of refining when vertices are in place, of cleaning when what is left has been mended.
+// Of refining when vertices are over those of the surface and when all are in place, of cleaning
+// when what is left has been mended.
+constexpr double kPlaced = 0.1;
 constexpr double kSettled = 0.3;
 constexpr double kMended = 0.8;
 
@@ -109,8 +112,9 @@ class Maker {
     const double exact = std::max(kExact * m_box.Diagonal(), kRoundings * m_field->Rounding());
     m_limits = {m_plan.tolerance, exact, kReach * spacing};
     RunStage("Optimising surface", [&](const Tell& tell) {
-      m_stuck =
-          SettleVertices(mesh, *m_makers, m_limits, [&](double share) { tell(kSettled * share); });
+      PlaceOverVertices(mesh, *m_makers, m_limits, [&](double share) { tell(kPlaced * share); });
+      m_stuck = SettleVertices(mesh, *m_makers, m_limits,
+                               [&](double share) { tell(kPlaced + (kSettled - kPlaced) * share); });
       m_unfit = RefineOffset(mesh, *m_makers, m_limits, mesh.LiveFacets(), kMostRounds,
                              [&](double share) { tell(kSettled + (1 - kSettled) * share); });
     });

@@ -57,6 +57,8 @@ class Refiner {
     candidates.insert(candidates.end(), forEdges.begin(), forEdges.end());
     std::sort(candidates.begin(), candidates.end(),
               [](const OffsetChange& a, const OffsetChange& b) {
+                // What a turned edge mends needs no new vertex.
+                if (a.turns != b.turns) return a.turns;
                 return a.length != b.length ? a.length > b.length : a.half < b.half;
               });
     std::vector<bool> changed(m_mesh.FacetCount(), false);

@@ -46,6 +46,7 @@ class Settler {
     std::vector<std::optional<Vec3>> target(m_mesh.VertexCount());
     std::vector<double> off(m_mesh.VertexCount());
     ForEachInChunks(target.size(), m_makers, watch, [&](const LocalOffset& solid, std::size_t i) {
+      if (m_mesh.Out(static_cast<Index>(i)) == HalfEdgeMesh::kNone) return;
       const Vec3& point = m_mesh.At(static_cast<Index>(i));
       off[i] = std::abs(solid.HowFarOff(point).distance);
       if (off[i] > m_limits.exact) target[i] = PlaceOnOffset(solid, point, m_limits);
