@@ -8,6 +8,7 @@
 #include <cmath>
 #include <string>
 
+#include "formats/DecimalText.h"
 #include "formats/programs/DegreeTrigonometry.h"
 #include "formats/programs/GCodeError.h"
 #include "formats/programs/ToolShape.h"
@@ -51,8 +52,7 @@ void CheckDiameter(const Cutter& cutter, double millimetre) {
   const double radius = cutter.centreFromAxis + BeyondCentre(cutter);
   if (std::abs(cutter.diameter / 2 - radius) > kRounding * millimetre) {
     throw GCodeError(
-        "CUTTER whose corner makes it " + std::to_string(2 * radius) + " wide, not its diameter",
-        0);
+        "CUTTER whose corner makes it " + DecimalText(2 * radius) + " wide, not its diameter", 0);
   }
 }
 
@@ -62,7 +62,7 @@ void CheckCentreHeight(const Cutter& cutter, double millimetre) {
   const double height = (cutter.corner + cutter.centreFromAxis * lower.sine) / lower.cosine;
   if (cutter.centreHeight != 0 && std::abs(cutter.centreHeight - height) > kRounding * millimetre) {
     throw GCodeError("CUTTER whose corner does not touch its lower face: the centre is " +
-                         std::to_string(height) + " above the tip when it does",
+                         DecimalText(height) + " above the tip when it does",
                      0);
   }
 }

@@ -3,6 +3,7 @@
 #include <utility>
 #include <variant>
 
+#include "formats/DecimalText.h"
 #include "formats/programs/AptInterpreter.h"
 #include "formats/programs/GCodeError.h"
 
@@ -108,8 +109,8 @@ void AptInterpreter::GoRound(const Circle& circle, const Target& target) {
   }
   const AptArc arc(*position_, target.tip, circle.centre, circle.axis, millimetre_);
   if (circle.radius && std::abs(*circle.radius - arc.Radius()) > kRadiusRounding * millimetre_) {
-    throw GCodeError("CIRCLE whose radius is " + std::to_string(*circle.radius) +
-                         " but whose start is " + std::to_string(arc.Radius()) + " from its centre",
+    throw GCodeError("CIRCLE whose radius is " + DecimalText(*circle.radius) +
+                         " but whose start is " + DecimalText(arc.Radius()) + " from its centre",
                      0);
   }
   const double wanted = arc.Chords(options_.arcTolerance);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "formats/DecimalText.h"
 #include "formats/programs/DegreeTrigonometry.h"
 #include "formats/programs/GCodeError.h"
 
@@ -95,8 +96,8 @@ GCodeArc ArcAboutCentre(const ArcPlane& plane, const ToolTip& start, const ToolT
   if (!(difference <= kRadiusMismatch * millimetre) ||
       (difference > kRadiusRounding * millimetre &&
        difference > kRadiusShare * std::max(startRadius, endRadius))) {
-    throw GCodeError("arc whose radius is " + std::to_string(startRadius) + " at its start and " +
-                         std::to_string(endRadius) + " at its end",
+    throw GCodeError("arc whose radius is " + DecimalText(startRadius) + " at its start and " +
+                         DecimalText(endRadius) + " at its end",
                      0);
   }
   arc.sweep = Sweep(arc, clockwise, turns, Coincide(arc, millimetre));

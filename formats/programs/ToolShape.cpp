@@ -4,6 +4,7 @@
 #include <cmath>
 #include <set>
 
+#include "formats/DecimalText.h"
 #include "formats/programs/DegreeTrigonometry.h"
 
 namespace formats {
@@ -90,7 +91,7 @@ std::string FaultOf(const ConvexTool& tool) {
   // Heights worked out by hand and written in decimals may miss the wall's start by rounding.
   const double rounding = 1e-12 * (tool.cornerRadius + tool.flatRadius + start);
   if (tool.taperHeight != 0 && tool.taperHeight < start - rounding) {
-    return "taperHeight is below the start of the wall, " + std::to_string(start);
+    return "taperHeight is below the start of the wall, " + DecimalText(start);
   }
   const bool hasUpperEdge = tool.taperHeight != 0 && tool.upperTaperAngle > 0;
   const double wallLength = (tool.taperHeight - start) / wall.cosine;
