@@ -16,8 +16,9 @@ constexpr int kMostSteps = 24;
 constexpr int kStepsUp = 8;
 // Of the radius: closer to the exact surface than that is on it.
 constexpr double kClose = 1e-3;
-// Of the tolerance: there is little left then for what lies between the points looked at.
-constexpr double kUncovered = 0.7;
+// Of the tolerance: points that the mesh comes nearer to stay covered when it is mended beside
+// them.
+constexpr double kUncovered = 0.2;
 
 // Facets of a mesh to measure distances from.
 class ResultTree {

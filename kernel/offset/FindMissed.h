@@ -15,7 +15,7 @@ struct MissedLimits {
 // Points of the exact surface that a mesh does not come near.
 struct Missed {
   std::size_t points = 0;
-  // Those that it comes near, but not as near as the tolerance.
+  // Those that it comes near, but not much nearer than the tolerance, or not when it changes there.
   std::vector<UncoveredPoint> uncovered;
 };
 

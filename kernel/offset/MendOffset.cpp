@@ -15,7 +15,10 @@ namespace {
 using Index = HalfEdgeMesh::Index;
 using Watch = std::function<void(double)>;
 
-constexpr int kMostPasses = 4;
+constexpr int kMostPasses = 2;
+// More passes in which points are covered and nothing is mended: what covers a narrow ridge may
+// cost more, by the places that are looked at, than what passes it. In the end it stays.
+constexpr int kLastPasses = 4;
 constexpr double kUncovered = 0.8;  // of the tolerance
 // The share of the work that the first look is.
 constexpr double kLookDone = 0.3;
@@ -34,12 +37,16 @@ class Mender {
     Add(left, due);
     const auto later = [&] { watch(kLookDone); };
     Mend(due, later);
-    for (int pass = 0; pass < kMostPasses && !uncovered.empty(); ++pass) {
+    for (int pass = 0; pass < kMostPasses + kLastPasses && !uncovered.empty(); ++pass) {
       uncovered =
           StillUncovered(m_mesh, Near(uncovered), uncovered, kUncovered * m_limits.tolerance);
       due = CoverPoints(m_mesh, m_makers, m_limits, uncovered);
       if (due.empty()) break;
-      Mend(due, later);
+      if (pass < kMostPasses) {
+        Mend(due, later);
+      } else {
+        Add(due, m_looked);
+      }
     }
     Keep(m_looked);
     return Count(m_looked, watch);

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
 
+#include "kernel/common/FigureText.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/offset/FindMissed.h"
 #include "kernel/offset/MendOffset.h"
@@ -93,10 +93,9 @@ class Maker {
   }
 
   CutMesh Contour(const DexelLattice& lattice) {
-    char text[40];
-    std::snprintf(text, sizeof text, "Offsetting (phase 2)... %d", ++m_attempts);
+    const std::string text = "Offsetting (phase 2)... " + std::to_string(++m_attempts);
     CutMesh mesh;
-    RunStage(text, [&](const Tell& tell) {
+    RunStage(text.c_str(), [&](const Tell& tell) {
       const auto from = [&](double begin, double end) {
         return [&tell, begin, end](double share) { tell(begin + (end - begin) * share); };
       };
@@ -161,18 +160,13 @@ class Maker {
   }
 
   void WarnOf(const OffPlaces& left) {
-    char text[120];
-    std::snprintf(text, sizeof text, "the surface is up to %g off (in %.0f places)", left.farthest,
-                  static_cast<double>(left.count));
-    m_progress.Warn(text);
+    m_progress.Warn("the surface is up to " + FigureText(left.farthest) + " off (in " +
+                    std::to_string(left.count) + " places)");
   }
 
   void WarnOf(const Missed& missed) {
-    char text[120];
-    std::snprintf(text, sizeof text,
-                  "walls or gaps thinner than what can be kept are left out (over %.0f facets)",
-                  static_cast<double>(missed.points));
-    m_progress.Warn(text);
+    m_progress.Warn("walls or gaps thinner than what can be kept are left out (over " +
+                    std::to_string(missed.points) + " facets)");
   }
 
   OffsetField::Side m_side;

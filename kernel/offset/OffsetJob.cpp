@@ -1,11 +1,11 @@
 #include "kernel/offset/OffsetJob.h"
 
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
 #include "kernel/common/FatalError.h"
+#include "kernel/common/FigureText.h"
 #include "kernel/common/RunAside.h"
 #include "kernel/offset/MeshOffset.h"
 #include "kernel/offset/OffsetPlan.h"
@@ -47,11 +47,8 @@ OffsetPlan PlanFor(const PreparedSurface& surface, double degrees, double distan
                    StageProgress& progress) {
   const OffsetPlan plan = PlanOffset(surface, std::abs(distance), degrees);
   if (plan.toleranceRaised) {
-    char text[120];
-    std::snprintf(text, sizeof text,
-                  "the facets may be up to %g off the exact surface, as smaller ones were too many",
-                  plan.tolerance);
-    progress.Warn(text);
+    progress.Warn("the facets may be up to " + FigureText(plan.tolerance) +
+                  " off the exact surface, as smaller ones were too many");
   }
   return plan;
 }

@@ -14,7 +14,7 @@ using Index = HalfEdgeMesh::Index;
 // How far off is worth a change, as a share of the tolerance; places that are off by less than the
 // second in their middle are not looked at more closely.
 constexpr double kMiddleShare = 0.8;
-constexpr double kSureShare = 0.4;
+constexpr double kSureShare = 0.2;
 // Of the cosine between a facet's normal and the surface's: facets below the first are to be
 // turned, by turning an edge where that raises it by the second.
 constexpr double kFacing = 0.2;
@@ -164,8 +164,11 @@ bool OffsetSurvey::IsEdgeOff(const LocalOffset& solid, Index half) const {
 bool OffsetSurvey::IsFacetOff(const LocalOffset& solid, const Corners& facet, double middle) const {
   double worst = std::abs(middle);
   if (worst <= kSureShare * m_limits.tolerance) return false;
+  const Vec3 centre = Middle(facet);
   for (const Vec3& corner : facet) {
-    worst = std::max(worst, OffAt(solid, (Middle(facet) + corner) / 2));
+    // Halfway to a corner, and the other way halfway to the side.
+    worst = std::max(
+        {worst, OffAt(solid, (centre + corner) / 2), OffAt(solid, centre * 1.25 - corner / 4)});
   }
   return worst > kMiddleShare * m_limits.tolerance;
 }

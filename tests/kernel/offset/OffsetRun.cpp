@@ -12,10 +12,10 @@
 
 namespace offset_test {
 
-SweepResult RunOffset(const formats::Mesh& surface, double distance, double degrees, int throwAt,
-                      std::size_t channelMemory) {
-  SweepResult result;
-  result.dialog.throwAt = throwAt;
+namespace {
+
+void Run(SweepResult& result, const formats::Mesh& surface, double distance, double degrees,
+         std::size_t channelMemory) {
   kernel_test::ResultChannel output(result, channelMemory);
   IFSphoffset offset(&result.dialog);
   kernel_test::PlayInto(*offset.OpenInputChannel(), surface);
@@ -24,21 +24,23 @@ SweepResult RunOffset(const formats::Mesh& surface, double distance, double degr
   } catch (const RecordingDialog::Stop&) {
     result.stopped = true;
   }
+}
+
+}  // namespace
+
+SweepResult RunOffset(const formats::Mesh& surface, double distance, double degrees, int throwAt,
+                      std::size_t channelMemory) {
+  SweepResult result;
+  result.dialog.throwAt = throwAt;
+  Run(result, surface, distance, degrees, channelMemory);
   return result;
 }
 
 std::string FirstWarning(const formats::Mesh& surface, double distance, double degrees) {
   SweepResult result;
   result.dialog.throwAtWarning = true;
-  kernel_test::ResultChannel output(result, SIZE_MAX);
-  IFSphoffset offset(&result.dialog);
-  kernel_test::PlayInto(*offset.OpenInputChannel(), surface);
-  try {
-    offset.Run(degrees, distance, &output);
-  } catch (const RecordingDialog::Stop&) {
-    return result.dialog.warnings.at(0);
-  }
-  return {};
+  Run(result, surface, distance, degrees, SIZE_MAX);
+  return result.stopped ? result.dialog.warnings.at(0) : std::string();
 }
 
 double Allowed(double distance, double degrees) {
