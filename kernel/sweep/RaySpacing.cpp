@@ -39,15 +39,14 @@ RaySpacing ChooseRaySpacing(const Box3& box, double tolerance, const Curvature& 
   RaySpacing chosen{std::min(coarsest, SpacingFor(tolerance, curvature)), tolerance, false};
   // Below the tolerance nothing is gained.
   chosen.spacing = std::max(chosen.spacing, std::min(tolerance, coarsest));
-  while (MemoryFor(box, chosen.spacing) > kMemoryLimit) {
-    chosen.spacing *= 1.05;
-    chosen.raised = true;
-  }
-  if (chosen.raised) {
+  const double wanted = chosen.spacing;
+  while (MemoryFor(box, chosen.spacing) > kMemoryLimit) chosen.spacing *= 1.05;
+  if (chosen.spacing > wanted) {
     const double share = chosen.spacing / kCurvatureShare;
     chosen.tolerance =
         std::max({tolerance, share * share / (4 * curvature.radius), chosen.spacing / 8,
                   chosen.spacing * curvature.tipSlope / kSpacingsOfATip});
+    chosen.raised = chosen.tolerance > tolerance;
   }
   return chosen;
 }

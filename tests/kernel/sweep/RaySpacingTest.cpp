@@ -85,6 +85,15 @@ TEST(ChooseRaySpacing, LackOfMemoryRaisesTheToleranceOfASharpTipAsWell) {
   EXPECT_NEAR(chosen.tolerance, 0.105 / 4, 1e-12);
 }
 
+// Eight rays across 0.04 are 0.005 apart, 4002 along each edge: 3.2e7 cells of 450 bytes are too
+// many.
+TEST(ChooseRaySpacing, WiderSpacingThatKeepsTheToleranceRaisesNothing) {
+  const RaySpacing chosen = ChooseRaySpacing({{0, 0, 0}, {20, 20, 0.04}}, 0.5, {});
+  EXPECT_GT(chosen.spacing, 0.005);
+  EXPECT_EQ(chosen.tolerance, 0.5);
+  EXPECT_FALSE(chosen.raised);
+}
+
 TEST(ChooseRaySpacing, RaisedToleranceIsAtLeastAnEighthOfTheSpacing) {
   const RaySpacing chosen = ChooseRaySpacing(Cube(160), 0.01 / (0.64 * 4), {1, 0});
   EXPECT_TRUE(chosen.raised);
