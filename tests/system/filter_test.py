@@ -46,6 +46,12 @@ class Filter(SystemTest):
         self.assertEqual(report["files_written"], [spelled(self.out)])
         self.assertEqual(report["open_streams"], [])
 
+    def test_memory_is_its_own_and_not_that_of_the_program_that_starts_it(self):
+        held = bytearray(b"x" * (512 << 20))
+        peak = self.filter("5").object()["peak_memory"]
+        self.assertGreater(peak, 1 << 20)
+        self.assertLess(peak, len(held) // 2)
+
     def test_every_colour_of_a_byte_is_told_from_the_others(self):
         for colour in sorted(set(COLOURS)):
             self.assertEqual(self.filter(str(colour)).code, 0)

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <dirent.h>
 #include <filesystem>
+#include <fstream>
 #include <memory>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,9 +62,14 @@ std::string ExecutableDirectory() {
 }
 
 std::uint64_t PeakMemory() {
-  rusage usage;
-  getrusage(RUSAGE_SELF, &usage);
-  return static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;
+  // Not from getrusage, which counts what the program held that started this one.
+  std::ifstream status("/proc/self/status");
+  std::string field;
+  while (status >> field) {
+    std::uint64_t kibibytes = 0;
+    if (field == "VmHWM:" && status >> kibibytes) return kibibytes * 1024;
+  }
+  return 0;
 }
 
 unsigned long ProcessNumber() { return static_cast<unsigned long>(getpid()); }
