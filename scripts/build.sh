@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds one preset (native, windows, asan, fuzz): programs and libraries land in build/PRESET/bin.
+# Builds one preset (native, windows, asan, tsan, fuzz): programs and libraries land in build/PRESET/bin.
 # Further arguments go to the build tool, for instance: scripts/build.sh native --target qzhost
 . "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
