@@ -37,7 +37,7 @@ std::vector<FeatureLine> FeatureLines(const formats::Mesh& mesh) {
     const formats::Facet& beyond = mesh.facets[facetOf.at({edge.second, edge.first})];
     const double turn = support::Dot(support::Normal(mesh, here), support::Normal(mesh, beyond));
     if (here.colour == beyond.colour && turn >= kSharpCosine) continue;
-    const auto [low, high] = std::minmax(int{here.colour}, int{beyond.colour});
+    const auto [low, high] = std::minmax({int{here.colour}, int{beyond.colour}});
     lines.push_back({{mesh.vertices[static_cast<std::size_t>(edge.first)],
                       mesh.vertices[static_cast<std::size_t>(edge.second)]},
                      {low, high}});
