@@ -8,6 +8,7 @@
 #include "kernel/offset/EachOnOffset.h"
 #include "kernel/offset/FindMissed.h"
 #include "kernel/offset/MendFolds.h"
+#include "kernel/offset/RefineOffset.h"
 
 namespace kernel {
 namespace {
@@ -19,6 +20,7 @@ constexpr int kMostPasses = 2;
 // More passes in which points are covered and nothing is mended: what covers a narrow ridge may
 // cost more, by the places that are looked at, than what passes it. In the end it stays.
 constexpr int kLastPasses = 4;
+constexpr int kLastRounds = 4;      // of refining what is off in the end
 constexpr double kUncovered = 0.8;  // of the tolerance
 // The share of the work that the first look is.
 constexpr double kLookDone = 0.3;
@@ -49,10 +51,33 @@ class Mender {
       }
     }
     Keep(m_looked);
+    RefineOff(later);
     return Count(m_looked, watch);
   }
 
  private:
+  // What no mend has helped may still be split.
+  void RefineOff(const std::function<void()>& watch) {
+    std::vector<std::uint8_t> isOff(m_looked.size(), 0);
+    ForEachInChunks(
+        m_looked.size(), m_makers, [&](double) { watch(); },
+        [&](const LocalOffset& solid, std::size_t i) {
+          const Index half = 3 * m_looked[i];
+          for (const Vec3& place :
+               {CentreOf(m_looked[i]), MiddleOf(half), MiddleOf(half + 1), MiddleOf(half + 2)}) {
+            if (std::abs(solid.HowFarOff(place).distance) > m_limits.tolerance) isOff[i] = 1;
+          }
+        });
+    std::vector<Index> due;
+    for (std::size_t i = 0; i < isOff.size(); ++i) {
+      if (isOff[i] != 0) due.push_back(m_looked[i]);
+    }
+    const auto firstNew = static_cast<Index>(m_mesh.FacetCount());
+    RefineOffset(m_mesh, m_makers, m_limits, std::move(due), kLastRounds, [&](double) { watch(); });
+    for (Index facet = firstNew; facet < m_mesh.FacetCount(); ++facet) m_looked.push_back(facet);
+    Keep(m_looked);
+  }
+
   // The facets that were nearest to the points, as far as they are left, and all that is new since.
   std::vector<Index> Near(const std::vector<UncoveredPoint>& points) const {
     std::vector<Index> facets;

@@ -15,11 +15,11 @@ struct OffPlaces {
 };
 
 // Mends what refining leaves: facets that fold or bridge a crease are meshed anew and what is new
-// there is refined, until nothing is off or nothing helps any more. `left`: facets that are known
-// to be off, besides those that a look at each facet's centre shows; `uncovered`: points of the
-// exact surface that are to get facets nearer to them. The mesh stays closed and
-// edge-manifold; the result does not depend on the number of threads. `watch` hears the share that
-// is done.
+// there is looked at again, until nothing is off or nothing helps any more; what is still off in
+// the end is refined. `left`: facets that are known to be off, besides those that a look at each
+// facet's centre shows; `uncovered`: points of the exact surface that are to get facets nearer to
+// them. The mesh stays closed and edge-manifold; the result does not depend on the number of
+// threads. `watch` hears the share that is done.
 OffPlaces MendOffset(HalfEdgeMesh& mesh, const OffsetMakers& makers, const OffsetLimits& limits,
                      const std::vector<HalfEdgeMesh::Index>& left,
                      std::vector<UncoveredPoint> uncovered,
